@@ -1,0 +1,81 @@
+#pragma once
+
+#include "core/async/task.h"
+#include "core/model/url.h"
+
+#include <cstdint>
+#include <expected>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tolvo {
+
+enum class HTTPMethod { Get, Post };
+/// Keep gives the body, up to the request's limit; Count only counts its bytes.
+enum class ResponseBody { Keep, Count };
+/// Own keeps a request off connections that other requests use at that moment.
+enum class ConnectionUse { Shared, Own };
+
+/// An HTTP request. Redirects are never followed: a 3xx is a response like any other. http and https only.
+struct URLRequest {
+    URL url;
+    HTTPMethod method = HTTPMethod::Get;
+    std::vector<std::pair<std::string, std::string>> headers;
+    /// Seconds without progress, and for small exchanges the whole of it, after which the request fails as TimedOut.
+    double timeout = 60;
+    /// Sent as it is; many requests may share it.
+    std::shared_ptr<const std::string> body;
+    ResponseBody responseBody = ResponseBody::Keep;
+    /// Bytes of a kept body, after which the transfer is ended and what came is the body.
+    std::size_t keptBodyLimit = 1 << 20;
+    ConnectionUse connectionUse = ConnectionUse::Shared;
+};
+
+struct HTTPResponse {
+    int statusCode = 0;
+    /// In order of arrival, names in lower case.
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::string body;
+    /// Bytes of the body as they arrived, kept or not.
+    std::int64_t receivedBodyBytes = 0;
+
+    /// The first header of this name (in lower case).
+    std::optional<std::string> header(std::string_view name) const {
+        for (const auto& [candidate, value] : headers) {
+            if (candidate == name)
+                return value;
+        }
+        return std::nullopt;
+    }
+};
+
+struct URLSessionError {
+    enum class Kind { UnsupportedURL, CannotResolve, CannotConnect, TimedOut, Security, NotHTTP, ConnectionLost };
+    Kind kind = Kind::ConnectionLost;
+    /// In words for a person.
+    std::string description;
+
+    bool operator==(const URLSessionError&) const = default;
+};
+
+using URLSessionOutcome = std::expected<HTTPResponse, URLSessionError>;
+
+/// Carries out HTTP requests off the main thread, with the user's proxies and the system's certificates.
+class URLSession {
+public:
+    URLSession(const URLSession&) = delete;
+    URLSession& operator=(const URLSession&) = delete;
+    virtual ~URLSession() = default;
+
+    /// A cancelled task ends the transfer and throws CancellationError; dropping it ends the transfer too. Any status
+    /// code is a response. Resumes on the main thread.
+    virtual Task<URLSessionOutcome> data(URLRequest request) = 0;
+
+protected:
+    URLSession() = default;
+};
+
+} // namespace tolvo

@@ -39,9 +39,11 @@ function(tolvo_room name)
   endif()
 endfunction()
 
-# tolvo_program(NAME SOURCES ... LINKS ...): a program of ours, in build/PRESET/bin.
+# tolvo_program(NAME SOURCES ... LINKS ...): a program of ours, in build/PRESET/bin. "programs" builds all of them.
+add_custom_target(programs)
 function(tolvo_program name)
   cmake_parse_arguments(PROGRAM "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${PROGRAM_SOURCES})
   target_link_libraries(${name} PRIVATE tolvo_options ${PROGRAM_LINKS})
+  add_dependencies(programs ${name})
 endfunction()

@@ -1,0 +1,59 @@
+# Sourced by ./run, ./test, ./bench and .ci/run: the packages, the compiler, the build.
+# shellcheck shell=bash
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+build_packages=(clang-19 lld-19 libstdc++-12-dev libc6-dev cmake ninja-build pkg-config git
+    libgtest-dev libre2-dev nlohmann-json3-dev libnl-3-dev libnl-genl-3-dev libnl-route-3-dev
+    libsdbus-c++-dev libcurl4-openssl-dev)
+run_packages=(iputils-ping ca-certificates)
+# What the suite holds our results against, and what its labs are made of.
+test_packages=(bind9-dnsutils iproute2 dbus openssl python3 procps util-linux)
+check_packages=(clang-format-19 clang-tidy-19 libclang-rt-19-dev)
+bench_packages=(libbenchmark-dev net-tools iproute2 bind9-dnsutils curl gcc)
+
+missing_packages() {
+    local package
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2>/dev/null)" = "ii " ] || printf '%s\n' "$package"
+    done
+}
+
+# install_packages NAME...: installs what is missing; touches no registry when nothing is.
+install_packages() {
+    if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+        printf 'This is no Debian. Tolvo needs, by their Debian names: %s\n' "$*" >&2
+        return 0
+    fi
+    local missing as_root=()
+    mapfile -t missing < <(missing_packages "$@")
+    [ ${#missing[@]} -gt 0 ] || return 0
+    [ "$(id -u)" = 0 ] || as_root=(sudo)
+    printf 'Installing: %s\n' "${missing[*]}" >&2
+    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "${missing[@]}" >&2; then
+        "${as_root[@]}" apt-get update -qq >&2
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "${missing[@]}" >&2
+    fi
+}
+
+# configure PRESET [CMAKE-ARGUMENT...]: only when there is something new to configure.
+configure() {
+    local preset=$1 compiler=()
+    shift
+    if ! command -v clang++-19 >/dev/null && command -v clang++ >/dev/null; then
+        compiler=(-DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++)
+    fi
+    (cd "$root" && cmake --preset "$preset" "${compiler[@]}" "$@" >"$root/.configure.log" 2>&1) || {
+        cat "$root/.configure.log" >&2
+        return 1
+    }
+    rm -f "$root/.configure.log"
+}
+
+# build PRESET [TARGET...]
+build() {
+    local preset=$1 target arguments=()
+    shift
+    for target in "$@"; do arguments+=(--target "$target"); done
+    (cd "$root" && cmake --build --preset "$preset" "${arguments[@]}")
+}

@@ -1,0 +1,76 @@
+#include "presentation/terminal/terminal_line.h"
+
+#include "core/text.h"
+#include "presentation/rows/sparkline.h"
+#include "presentation/terminal/terminal_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <span>
+#include <string_view>
+
+namespace tolvo {
+
+namespace {
+
+constexpr std::size_t titleColumns = 15;
+constexpr std::size_t valueColumns = 14;
+
+constexpr std::array<std::string_view, 8> unicodeBars{"▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
+constexpr std::array<std::string_view, 8> asciiBars{"_", ".", "-", "~", "=", "+", "*", "#"};
+
+std::string bars(const MetricTrendRow& row, std::size_t columns, TerminalGlyphs glyphs) {
+    const std::size_t count = std::min(columns, row.samples.size());
+    if (count == 0)
+        return {};
+    std::vector<double> heights = sparklineHeights(row.samples, row.yDomain);
+    if (heights.size() > count)
+        heights.erase(heights.begin(), heights.end() - static_cast<std::ptrdiff_t>(count));
+    const auto& levels = glyphs == TerminalGlyphs::Unicode ? unicodeBars : asciiBars;
+    std::string text;
+    for (const double height : heights)
+        text += levels[static_cast<std::size_t>(std::lround(height * 7))];
+    return text;
+}
+
+} // namespace
+
+TerminalLine titleAndValueLine(const MetricRow& row, std::size_t columns, Tone valueTone) {
+    return clippedLine(
+        {{" " + paddedToColumns(row.title, titleColumns), Tone::Secondary}, {terminalSafe(row.value), valueTone}},
+        columns);
+}
+
+TerminalLine trendLine(const MetricTrendRow& row, std::size_t columns, TerminalGlyphs glyphs) {
+    const std::size_t before = 1 + titleColumns + valueColumns;
+    return clippedLine({{" " + paddedToColumns(row.title, titleColumns), Tone::Secondary},
+                        {paddedToColumns(row.value, valueColumns), Tone::Primary},
+                        {bars(row, columns > before ? columns - before : 0, glyphs), row.strokeColor}},
+                       columns);
+}
+
+TerminalLine clippedLine(TerminalLine line, std::size_t columns) {
+    std::size_t used = 0;
+    for (TerminalSpan& span : line) {
+        span.text = clippedToColumns(span.text, columns - used);
+        used += columnCount(span.text);
+    }
+    std::erase_if(line, [](const TerminalSpan& span) { return span.text.empty(); });
+    return line;
+}
+
+std::vector<TerminalLine> wrappedLines(const std::string& text, Tone tone, std::size_t columns) {
+    std::vector<std::string> lines{""};
+    for (const std::string_view word : tokens(text)) {
+        if (!lines.back().empty() && columnCount(lines.back()) + 1 + columnCount(word) + 1 > columns)
+            lines.emplace_back();
+        lines.back().append(" ").append(word);
+    }
+    std::vector<TerminalLine> wrapped;
+    for (std::string& line : lines)
+        wrapped.push_back(clippedLine({{std::move(line), tone}}, columns));
+    return wrapped;
+}
+
+} // namespace tolvo

@@ -1,0 +1,132 @@
+#include "export/json_value.h"
+
+#include "core/text.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+namespace tolvo {
+
+namespace {
+
+class Encoder {
+public:
+    explicit Encoder(JSONLayout layout) : isPretty_(layout == JSONLayout::Pretty) {}
+
+    void write(const JSONValue& value) {
+        std::visit([this](const auto& content) { append(content); }, value.storage());
+    }
+
+    std::string text;
+    std::optional<JSONEncodingError> error;
+
+private:
+    void append(bool value) { text += value ? "true" : "false"; }
+
+    void append(std::int64_t value) { text += std::to_string(value); }
+
+    void append(double value) {
+        if (!std::isfinite(value)) {
+            error = JSONEncodingError{"Unable to encode a number that is not finite."};
+            return;
+        }
+        std::array<char, 32> buffer{};
+        const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+        text.append(buffer.data(), end.ptr);
+    }
+
+    void append(const std::string& value) {
+        if (!isValidUTF8(value))
+            error = JSONEncodingError{"Unable to convert diagnostics JSON data to UTF-8 string."};
+        text += '"';
+        for (const char c : value)
+            appendEscaped(c);
+        text += '"';
+    }
+
+    void appendEscaped(char c) {
+        constexpr std::string_view escaped = "\"\\/\b\f\n\r\t";
+        constexpr std::string_view names = "\"\\/bfnrt";
+        constexpr std::string_view digits = "0123456789abcdef";
+        if (const auto index = escaped.find(c); index != std::string_view::npos)
+            text.append({'\\', names[index]});
+        else if (static_cast<unsigned char>(c) < 0x20)
+            text.append("\\u00").append(
+                {digits[static_cast<std::size_t>(c >> 4)], digits[static_cast<std::size_t>(c & 15)]});
+        else
+            text += c;
+    }
+
+    void append(const JSONArray& array) {
+        appendItems('[', array, ']', [this](const JSONValue& item) { write(item); });
+    }
+
+    void append(const JSONObject& object) {
+        appendItems('{', object, '}', [this](const auto& member) {
+            append(member.first);
+            text += isPretty_ ? " : " : ":";
+            write(member.second);
+        });
+    }
+
+    template<class Items, class Write>
+    void appendItems(char open, const Items& items, char close, Write writeItem) {
+        text += open;
+        ++depth_;
+        bool isFirst = true;
+        for (const auto& item : items) {
+            if (!std::exchange(isFirst, false))
+                text += ',';
+            startLine();
+            writeItem(item);
+        }
+        --depth_;
+        if (!items.empty())
+            startLine();
+        text += close;
+    }
+
+    void startLine() {
+        if (isPretty_)
+            text.append("\n").append(2 * depth_, ' ');
+    }
+
+    bool isPretty_;
+    std::size_t depth_ = 0;
+};
+
+std::string padded(unsigned value, std::size_t width) {
+    std::string digits = std::to_string(value);
+    return digits.size() < width ? digits.insert(0, width - digits.size(), '0') : digits;
+}
+
+std::string iso8601(WallTime time) {
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
+    const auto day = std::chrono::floor<std::chrono::days>(seconds);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(seconds - day);
+    const int year = static_cast<int>(date.year());
+    return (year < 0 ? "-" : "") + padded(static_cast<unsigned>(std::abs(year)), 4) + "-" +
+           padded(static_cast<unsigned>(date.month()), 2) + "-" + padded(static_cast<unsigned>(date.day()), 2) + "T" +
+           padded(static_cast<unsigned>(clock.hours().count()), 2) + ":" +
+           padded(static_cast<unsigned>(clock.minutes().count()), 2) + ":" +
+           padded(static_cast<unsigned>(clock.seconds().count()), 2) + "Z";
+}
+
+} // namespace
+
+JSONValue::JSONValue(WallTime value) : value_(iso8601(value)) {}
+
+std::expected<std::string, JSONEncodingError> encodeJSON(const JSONValue& value, JSONLayout layout) {
+    Encoder encoder(layout);
+    encoder.write(value);
+    if (encoder.error)
+        return std::unexpected(*std::move(encoder.error));
+    return std::move(encoder.text);
+}
+
+} // namespace tolvo

@@ -1,4 +1,5 @@
 #include "platform/linux/terminal_keys.h"
+#include "presentation/terminal/json_line_content.h"
 #include "presentation/terminal/monitor_page.h"
 #include "presentation/terminal/terminal_controller.h"
 #include "presentation/terminal/terminal_text.h"
@@ -81,6 +82,20 @@ TEST(MonitorScreen, FitsEverySizeDownToItsSmallest) {
     }
     for (std::size_t columns = 0; columns < 5; ++columns)
         EXPECT_LE(monitorScreen(values.sources(), {}, {columns, 1}, TerminalGlyphs::ASCII, {}).size(), 1U);
+}
+
+TEST(JSONLine, HasAKeyForEachValueThereIs) {
+    DashboardValues values;
+    const auto line = [&] { return jsonLine(values.sources(), WallTime(), false); };
+    EXPECT_EQ(line(), R"({"healthState":"good","isRouterIgnored":false,)"
+                      R"("statusMessage":"Monitoring active in background mode.","timestamp":"1970-01-01T00:00:00Z"})");
+    values.internetResult.set(PingResult{PingTarget::Internet, {}, {}, {}, 100, false});
+    EXPECT_NE(line().find(R"("internetPing":{"didSucceed":false,"packetLossPercent":100,"target":"internet",)"),
+              std::string::npos);
+    WiFiSnapshot snapshot = exampleWiFiSnapshot();
+    snapshot.ssid = "a\xff\"";
+    values.latestSnapshot.set(snapshot);
+    EXPECT_NE(line().find(R"("ssid":"a\\xff\"")"), std::string::npos) << line();
 }
 
 /// Keeps what was written, and hands keys in.

@@ -1,0 +1,110 @@
+"""A small network in namespaces of its own: this process (192.0.2.10, eth0), a router and an internet behind it.
+
+Nothing in it has a way to the machine's own network. It ends with the process.
+"""
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+ROUTER, TARGET, DNS = "192.0.2.1", "203.0.113.10", "203.0.113.53"
+SERVERS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "servers.py")
+SKIPPED = 77
+
+
+def sh(command, namespace=None):
+    words = command.split()
+    if namespace:
+        words = ["ip", "netns", "exec", namespace] + words
+    subprocess.run(words, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+
+
+def enter_sandbox():
+    """Starts this script again in namespaces of its own, or leaves with SKIPPED where that isn't allowed."""
+    if os.environ.get("TOLVO_LAB") == "inside":
+        return
+    works = shutil.which("ip") and subprocess.run(
+        ["unshare", "--net", "--mount", "--pid", "--fork", "true"], stderr=subprocess.DEVNULL).returncode == 0
+    if os.geteuid() != 0 or not works:
+        print("skipped: the network lab needs root, unshare and iproute2")
+        sys.exit(SKIPPED)
+    os.environ["TOLVO_LAB"] = "inside"
+    os.execvp("unshare", ["unshare", "--net", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc",
+                          sys.executable] + sys.argv)
+
+
+class Network:
+    def __init__(self):
+        self.folder = tempfile.mkdtemp(prefix="tolvo-lab-")
+        self._mounts()
+        self._wires()
+        self.servers = {}
+        self.portal("clean")
+        self.start("dns")
+        self.start("web")
+
+    def _mounts(self):
+        # The machine's own buses and name servers are not this network's.
+        sh("mount -t tmpfs tmpfs /run")
+        os.makedirs("/run/netns")
+        sh("mount -t sysfs sysfs /sys")
+        resolv = os.path.join(self.folder, "resolv.conf")
+        with open(resolv, "w") as file:
+            file.write(f"nameserver {DNS}\noptions timeout:1 attempts:1\n")
+        sh(f"mount --bind {resolv} {os.path.realpath('/etc/resolv.conf')}")
+
+    def _wires(self):
+        for namespace in ("router", "internet"):
+            sh(f"ip netns add {namespace}")
+            sh("ip link set lo up", namespace)
+        sh("ip link set lo up")
+        sh("ip link add eth0 type veth peer name lan netns router")
+        sh("ip link add wan netns router type veth peer name net netns internet")
+        sh("ip addr add 192.0.2.10/24 dev eth0")
+        sh(f"ip addr add {ROUTER}/24 dev lan", "router")
+        sh("ip addr add 203.0.113.1/24 dev wan", "router")
+        sh(f"ip addr add {TARGET}/24 dev net", "internet")
+        sh(f"ip addr add {DNS}/24 dev net", "internet")
+        for link, namespace in (("eth0", None), ("lan", "router"), ("wan", "router"), ("net", "internet")):
+            sh(f"ip link set {link} up", namespace)
+        self._write("/proc/sys/net/ipv4/ping_group_range", "0 2147483647")
+        sh("sysctl -qw net.ipv4.ip_forward=1", "router")
+        sh(f"ip route add default via {ROUTER}")
+        sh("ip route add default via 203.0.113.1", "internet")
+
+    @staticmethod
+    def _write(path, text):
+        with open(path, "w") as file:
+            file.write(text)
+
+    def start(self, server):
+        process = subprocess.Popen(["ip", "netns", "exec", "internet", sys.executable, SERVERS, server, self.folder],
+                                   stdout=subprocess.PIPE)
+        process.stdout.readline()
+        self.servers[server] = process
+
+    def stop(self, server):
+        process = self.servers.pop(server)
+        process.kill()
+        process.wait()
+
+    def portal(self, mode):
+        """What the web server answers: clean, redirect or inject."""
+        self._write(os.path.join(self.folder, "portal"), mode)
+
+    def cut(self, is_cut=True):
+        sh(f"ip link set wan {'down' if is_cut else 'up'}", "router")
+
+    def router_answers_pings(self, does):
+        sh(f"sysctl -qw net.ipv4.icmp_echo_ignore_all={0 if does else 1}", "router")
+
+
+def wait_until(condition, seconds):
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        if condition():
+            return True
+        time.sleep(0.05)
+    return False

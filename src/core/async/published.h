@@ -61,4 +61,12 @@ private:
     std::shared_ptr<State> state_;
 };
 
+/// Calls back on a new value of any of them, just before it is stored.
+template<class... Ts>
+std::vector<Subscription> subscribeToEach(const std::function<void()>& onChange, Published<Ts>&... published) {
+    std::vector<Subscription> subscriptions;
+    (subscriptions.push_back(published.subscribe([onChange](const Ts&) { onChange(); })), ...);
+    return subscriptions;
+}
+
 } // namespace tolvo

@@ -3,16 +3,12 @@
 namespace tolvo {
 
 std::vector<Subscription> subscribeToAll(const DashboardSources& sources, const std::function<void()>& onChange) {
-    std::vector<Subscription> subscriptions;
-    const auto subscribe = [&](auto&... published) {
-        (subscriptions.push_back(published.subscribe([onChange](const auto&) { onChange(); })), ...);
-    };
-    subscribe(sources.isMonitoringEnabled, sources.healthState, sources.isConnected, sources.latestSnapshot,
-              sources.wifiHistory, sources.routerIPAddress, sources.routerResult, sources.internetResult,
-              sources.routerHistory, sources.internetHistory, sources.isRouterIgnored, sources.dnsResult,
-              sources.dnsHistory, sources.connectionResult, sources.connectionQuality, sources.connectionErrorMessage,
-              sources.captivePortalStatus, sources.captivePortalErrorMessage);
-    return subscriptions;
+    return subscribeToEach(onChange, sources.isMonitoringEnabled, sources.healthState, sources.isConnected,
+                           sources.latestSnapshot, sources.wifiHistory, sources.routerIPAddress, sources.routerResult,
+                           sources.internetResult, sources.routerHistory, sources.internetHistory,
+                           sources.isRouterIgnored, sources.dnsResult, sources.dnsHistory, sources.connectionResult,
+                           sources.connectionQuality, sources.connectionErrorMessage, sources.captivePortalStatus,
+                           sources.captivePortalErrorMessage);
 }
 
 } // namespace tolvo

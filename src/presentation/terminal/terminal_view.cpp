@@ -22,6 +22,8 @@ std::string_view colourCode(Tone tone) {
         return "93";
     case Tone::Orange:
         return "33";
+    case Tone::Blue:
+        return "34";
     case Tone::Red:
         return "31";
     }

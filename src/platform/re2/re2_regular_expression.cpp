@@ -24,6 +24,7 @@ public:
         if (!expression_.Match(piece(text), 0, text.size(), RE2::UNANCHORED, match.data(), count))
             return std::nullopt;
         std::vector<std::string> groups;
+        groups.reserve(match.size() - 1);
         for (auto group = match.begin() + 1; group != match.end(); ++group) {
             if (group->data() == nullptr)
                 return std::nullopt;

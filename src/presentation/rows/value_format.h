@@ -1,18 +1,13 @@
 #pragma once
 
+#include "platform/services/number_format.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace tolvo {
-
-/// How the user's locale writes numbers.
-struct NumberFormat {
-    std::string decimalSeparator = ".";
-
-    bool operator==(const NumberFormat&) const = default;
-};
 
 /// What a panel shows in place of a value that isn't there.
 inline constexpr std::string_view absentValueText = "—";

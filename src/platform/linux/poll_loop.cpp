@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <limits>
 #include <system_error>
 
@@ -22,14 +23,21 @@ PollLoop::PollLoop() : wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
         throw std::system_error(errno, std::generic_category(), "eventfd");
 }
 
-PollLoop::~PollLoop() = default;
+PollLoop::~PollLoop() {
+    // What is dropped may hold registrations with this loop, and these take themselves off members that are still
+    // there.
+    std::exchange(posted_, {}).clear();
+    std::exchange(timers_, {}).clear();
+    std::exchange(watches_, {}).clear();
+}
 
 void PollLoop::post(Work work) {
     bool mustWake = false;
     {
         const std::lock_guard lock(postedMutex_);
         posted_.push_back(std::move(work));
-        mustWake = !std::exchange(isWakeUpPending_, true);
+        // The running loop looks at the queue before it sleeps.
+        mustWake = std::this_thread::get_id() != runningThread_ && !std::exchange(isWakeUpPending_, true);
     }
     if (mustWake) {
         const std::uint64_t one = 1;
@@ -38,7 +46,8 @@ void PollLoop::post(Work work) {
 }
 
 LoopRegistration PollLoop::after(Seconds delay, Work work) {
-    const Seconds clamped = std::clamp(delay, Seconds(0), longestDelay);
+    // No number is no delay.
+    const Seconds clamped = delay > Seconds(0) ? std::min(delay, longestDelay) : Seconds(0);
     // Rounded up, so that a timer never comes before its time.
     const TimerKey key(now() + std::chrono::ceil<MonotonicTime::duration>(clamped), nextTimer_++);
     timers_.emplace(key, std::move(work));
@@ -57,12 +66,19 @@ LoopRegistration PollLoop::watch(int descriptor, DescriptorEvent event, Work wor
 
 void PollLoop::run() {
     isQuitting_ = false;
+    setRunningThread(std::this_thread::get_id());
     while (!isQuitting_) {
         runDueTimers();
         runPosted();
         if (!isQuitting_)
             wait();
     }
+    setRunningThread({});
+}
+
+void PollLoop::setRunningThread(std::thread::id thread) {
+    const std::lock_guard lock(postedMutex_);
+    runningThread_ = thread;
 }
 
 void PollLoop::runPosted() {
@@ -73,9 +89,12 @@ void PollLoop::runPosted() {
         batch.swap(posted_);
     }
     while (!batch.empty() && !isQuitting_) {
-        batch.front()();
+        auto work = std::move(batch.front());
         batch.pop_front();
+        work();
     }
+    const std::lock_guard lock(postedMutex_);
+    posted_.insert(posted_.begin(), std::move_iterator(batch.begin()), std::move_iterator(batch.end()));
 }
 
 void PollLoop::runDueTimers() {

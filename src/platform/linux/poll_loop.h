@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 namespace tolvo {
@@ -23,7 +24,7 @@ public:
     LoopRegistration watch(int descriptor, DescriptorEvent event, Work work) override;
     MonotonicTime now() const override { return std::chrono::steady_clock::now(); }
 
-    /// Runs until quit() is called; what is queued behind the quitting work is left.
+    /// Runs until quit() is called; what is queued behind the quitting work is left to the next run.
     void run();
     void quit() { isQuitting_ = true; }
 
@@ -36,6 +37,7 @@ private:
     };
     using TimerKey = std::pair<MonotonicTime, std::uint64_t>;
 
+    void setRunningThread(std::thread::id thread);
     void wait();
     void runPosted();
     void runDueTimers();
@@ -45,6 +47,7 @@ private:
     std::mutex postedMutex_;
     std::deque<Work> posted_;
     bool isWakeUpPending_ = false;
+    std::thread::id runningThread_;
     std::uint64_t nextTimer_ = 0;
     std::map<TimerKey, Work> timers_;
     std::vector<std::shared_ptr<Watch>> watches_;

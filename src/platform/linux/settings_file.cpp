@@ -188,8 +188,11 @@ std::optional<fs::path> SettingsFile::keepAside(const fs::path& target) const {
             fs::copy_file(target, aside, error);
         if (!error)
             return aside;
-        if (error != std::errc::file_exists)
+        if (error != std::errc::file_exists) {
+            // What a copy may have left half done.
+            fs::remove(aside, error);
             return std::nullopt;
+        }
     }
     return std::nullopt;
 }

@@ -1,0 +1,144 @@
+#include "tools/tool.h"
+
+#include "tools/dns_exchange.h"
+#include "tools/dns_message.h"
+#include "tools/text_output.h"
+
+#include <resolv.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <optional>
+
+namespace tolvo::tools {
+
+namespace {
+
+// dig's own exit statuses.
+constexpr int exitNoServerReached = 9;
+constexpr int exitInternalError = 10;
+
+struct DigRequest {
+    std::chrono::seconds timeout{5};
+    std::int64_t tries = 3;
+    std::string domain;
+};
+
+/// The number behind "+name="; nothing when the argument is another.
+std::optional<std::int64_t> optionValue(std::string_view argument, std::string_view name, std::int64_t most) {
+    if (!argument.starts_with(name))
+        return std::nullopt;
+    return parseNumber(argument.substr(name.size()), 1, most);
+}
+
+std::optional<DigRequest> parseRequest(ToolArguments arguments) {
+    DigRequest request;
+    for (const std::string_view argument : arguments) {
+        if (const auto seconds = optionValue(argument, "+time=", 3600))
+            request.timeout = std::chrono::seconds(*seconds);
+        else if (const auto tries = optionValue(argument, "+tries=", 100))
+            request.tries = *tries;
+        else if (argument.empty() || std::string_view("+-@").contains(argument[0]) || !request.domain.empty())
+            return std::nullopt;
+        else
+            request.domain = argument;
+    }
+    if (request.domain.empty())
+        return std::nullopt;
+    return request;
+}
+
+/// What libresolv read from /etc/resolv.conf and its environment variables.
+class Resolver {
+public:
+    Resolver() : isReady_(::res_ninit(&state_) == 0) {}
+    Resolver(const Resolver&) = delete;
+    Resolver& operator=(const Resolver&) = delete;
+    ~Resolver() {
+        if (isReady_)
+            ::res_nclose(&state_);
+    }
+
+    bool isReady() const { return isReady_; }
+    res_state state() { return &state_; }
+    Transport transport() const { return (state_.options & RES_USEVC) != 0 ? Transport::TCP : Transport::UDP; }
+
+private:
+    struct __res_state state_{};
+    bool isReady_;
+};
+
+std::string endpointText(const NameServer& server) {
+    std::string text = printable(server.text()) + '#';
+    appendNumber(text, server.port());
+    return text;
+}
+
+/// The first answer of a server; what went wrong before goes to the text.
+std::optional<DNSReply> ask(const NameServer& server, Transport transport, const DNSMessage& query,
+                            std::chrono::seconds timeout, std::string& out) {
+    auto reply = exchange(server, transport, query, timeout);
+    if (reply && reply->isTruncated && transport == Transport::UDP) {
+        out += ";; Truncated, retrying in TCP mode.\n";
+        reply = exchange(server, Transport::TCP, query, timeout);
+    }
+    if (reply)
+        return std::move(*reply);
+    const char* const reason = reply.error() == ETIMEDOUT ? "timed out" : std::strerror(reply.error());
+    out += ";; communications error to " + endpointText(server) + ": " + reason + '\n';
+    return std::nullopt;
+}
+
+void appendDate(std::string& out) {
+    const std::time_t now = std::time(nullptr);
+    std::tm calendar{};
+    ::gmtime_r(&now, &calendar);
+    std::array<char, 64> text{};
+    out.append(text.data(), std::strftime(text.data(), text.size(), "%a %b %d %H:%M:%S UTC %Y", &calendar));
+}
+
+void appendReply(std::string& out, const DNSReply& reply, const NameServer& server) {
+    out += describeReply(reply.message);
+    out += "\n;; Query time: ";
+    appendNumber(out,
+                 static_cast<std::uint64_t>(std::chrono::floor<std::chrono::milliseconds>(reply.duration).count()));
+    out += " msec\n;; SERVER: " + endpointText(server) + '(' + printable(server.text()) + ')';
+    out += reply.transport == Transport::TCP ? " (TCP)\n;; WHEN: " : " (UDP)\n;; WHEN: ";
+    appendDate(out);
+    out += "\n;; MSG SIZE  rcvd: ";
+    appendNumber(out, reply.message.size());
+    out += "\n\n";
+}
+
+int lookUp(const DigRequest& request, const DNSMessage& query, Resolver& resolver) {
+    std::string out;
+    for (std::int64_t attempt = 0; attempt < request.tries; ++attempt) {
+        for (const NameServer& server : nameServers(*resolver.state())) {
+            if (const auto reply = ask(server, resolver.transport(), query, request.timeout, out)) {
+                appendReply(out, *reply, server);
+                return print(out);
+            }
+        }
+    }
+    print(out + ";; no servers could be reached\n");
+    return exitNoServerReached;
+}
+
+} // namespace
+
+int runDig(ToolArguments arguments) {
+    const auto request = parseRequest(arguments);
+    if (!request)
+        return usageError("dig [+time=SECONDS] [+tries=COUNT] DOMAIN");
+    Resolver resolver;
+    if (!resolver.isReady())
+        return systemError("dig", "reading the resolver's configuration", errno);
+    const auto query = makeAddressQuery(resolver.state(), request->domain);
+    if (!query)
+        return fail("dig: '" + printable(request->domain) + "' is not a legal name", exitInternalError);
+    return lookUp(*request, *query, resolver);
+}
+
+} // namespace tolvo::tools

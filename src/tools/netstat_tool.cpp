@@ -1,0 +1,67 @@
+#include "tools/tool.h"
+
+#include "tools/link_table.h"
+#include "tools/route_listing.h"
+#include "tools/route_table.h"
+#include "tools/tcp_table.h"
+#include "tools/text_output.h"
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace tolvo::tools {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::string_view tcpHeader = "Active Internet connections (including servers)\n"
+                                       "Proto Recv-Q Send-Q Local Address Foreign Address (state)\n";
+
+/// What the pipe at standard output holds; no limit for anything else.
+std::size_t outputCapacity() {
+    const int size = ::fcntl(STDOUT_FILENO, F_GETPIPE_SZ);
+    return size > 0 ? static_cast<std::size_t>(size) : std::numeric_limits<std::size_t>::max();
+}
+
+int printTCPTable() {
+    auto rows = readTCPRows(TCPRowForm::Full);
+    // Whoever runs the tools reads the pipe when the tool has ended. A table that doesn't fit would never be seen,
+    // and it is the crowded machine whose counts matter.
+    if (rows && rows->size() + tcpHeader.size() > outputCapacity())
+        rows = readTCPRows(TCPRowForm::Brief);
+    if (!rows)
+        return systemError("netstat", "reading the TCP sockets", rows.error());
+    return print(rows->insert(0, tcpHeader));
+}
+
+int printRoutes(int family) {
+    const auto links = readLinks();
+    if (!links)
+        return systemError("netstat", "reading the interfaces", links.error());
+    const auto routes = readRoutes(family);
+    if (!routes)
+        return systemError("netstat", "reading the routes", routes.error());
+    return print(family == AF_UNSPEC ? listAllRoutes(*routes, *links) : listRouterRoutes(family, *routes, *links));
+}
+
+} // namespace
+
+int runNetstat(ToolArguments arguments) {
+    if (std::ranges::equal(arguments, std::array{"-n"sv, "-p"sv, "tcp"sv}))
+        return printTCPTable();
+    if (std::ranges::equal(arguments, std::array{"-rn"sv}))
+        return printRoutes(AF_UNSPEC);
+    if (std::ranges::equal(arguments, std::array{"-rn"sv, "-f"sv, "inet"sv}))
+        return printRoutes(AF_INET);
+    if (std::ranges::equal(arguments, std::array{"-rn"sv, "-f"sv, "inet6"sv}))
+        return printRoutes(AF_INET6);
+    return usageError("netstat -n -p tcp | -rn [-f inet|inet6]");
+}
+
+} // namespace tolvo::tools

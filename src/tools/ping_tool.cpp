@@ -1,0 +1,113 @@
+#include "tools/tool.h"
+
+#include "tools/text_output.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tolvo::tools {
+
+namespace {
+
+struct PingRequest {
+    std::string count;
+    std::optional<std::int64_t> waitMilliseconds;
+    std::string host;
+};
+
+/// The installed ping refuses longer waits.
+constexpr std::int64_t longestWaitMilliseconds = 2'000'000;
+
+std::optional<PingRequest> parseRequest(ToolArguments arguments) {
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    PingRequest request;
+    for (; arguments.size() > 2; arguments = arguments.subspan(2)) {
+        const std::string_view option = arguments[0];
+        if (option == "-c" && parseNumber(arguments[1], 1, most))
+            request.count = arguments[1];
+        else if (option == "-W" && parseNumber(arguments[1], 1, most))
+            request.waitMilliseconds = std::min(*parseNumber(arguments[1], 1, most), longestWaitMilliseconds);
+        else
+            return std::nullopt;
+    }
+    if (arguments.size() != 1 || arguments[0].empty() || request.count.empty())
+        return std::nullopt;
+    request.host = arguments[0];
+    return request;
+}
+
+std::string secondsText(std::int64_t milliseconds) {
+    const std::string fraction = std::to_string(1000 + milliseconds % 1000);
+    return std::to_string(milliseconds / 1000) + '.' + fraction.substr(1);
+}
+
+/// Whether the path leads back to this program, which may stand in the place of a ping.
+bool isThisProgram(const char* path) {
+    struct stat self{};
+    struct stat candidate{};
+    return ::stat("/proc/self/exe", &self) == 0 && ::stat(path, &candidate) == 0 && self.st_dev == candidate.st_dev &&
+           self.st_ino == candidate.st_ino;
+}
+
+/// Returns only when no ping could be started.
+int becomePing(std::vector<std::string> commandLine) {
+    static constexpr std::array places{"/usr/bin/ping", "/bin/ping", "/usr/sbin/ping", "/sbin/ping",
+                                       "/run/wrappers/bin/ping"};
+    std::vector<char*> arguments;
+    for (std::string& argument : commandLine)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    // Its lines are parsed, so they must be the same in every language.
+    ::setenv("LC_ALL", "C", 1);
+    int error = ENOENT;
+    for (const char* place : places) {
+        if (isThisProgram(place))
+            continue;
+        ::execv(place, arguments.data());
+        if (errno != ENOENT)
+            error = errno;
+    }
+    return fail(std::string("ping: starting the installed ping: ") + std::strerror(error), exitStatus::Unavailable);
+}
+
+int pingHost(const PingRequest& request, const char* family) {
+    // -n: names of repliers are never asked for. "--": a host is no option, whatever it begins with.
+    std::vector<std::string> commandLine{"ping", "-n", "-c", request.count};
+    if (*family != '\0')
+        commandLine.emplace_back(family);
+    if (request.waitMilliseconds) {
+        commandLine.emplace_back("-W");
+        commandLine.push_back(secondsText(*request.waitMilliseconds));
+    }
+    commandLine.emplace_back("--");
+    commandLine.push_back(request.host);
+    return becomePing(std::move(commandLine));
+}
+
+} // namespace
+
+int runPing(ToolArguments arguments) {
+    const auto request = parseRequest(arguments);
+    if (!request)
+        return usageError("ping -c COUNT [-W MILLISECONDS] HOST");
+    // A name may have addresses of either family; the system knows best which of them can be reached.
+    return pingHost(*request, "");
+}
+
+int runPing6(ToolArguments arguments) {
+    const auto request = parseRequest(arguments);
+    if (!request || request->waitMilliseconds)
+        return usageError("ping6 -c COUNT HOST");
+    return pingHost(*request, "-6");
+}
+
+} // namespace tolvo::tools

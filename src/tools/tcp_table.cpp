@@ -79,7 +79,9 @@ std::expected<std::string, int> readTCPRows(TCPRowForm form) {
     // The older of the two request types: it walks the kernel's table once for both families, the newer once for each.
     inet_diag_req request{};
     request.idiag_states = ~0U;
+    // As much as the longest pipe holds. Only what is written to costs memory, and growing would touch it all again.
     std::string rows;
+    rows.reserve(1 << 20);
     const auto outcome = dumpOnce(NETLINK_SOCK_DIAG, TCPDIAG_GETSOCK, std::as_bytes(std::span(&request, 1)),
                                   [&](const NetlinkMessage& message) { appendTCPRow(message, form, rows); });
     if (!outcome)

@@ -10,8 +10,8 @@
 namespace tolvo::tools {
 
 /// Sends one dump request (its fixed part) and hands over every message of the kernel's answer. The error is an errno
-/// value: EINTR when the table changed during the dump and what was handed over may be inconsistent, EBADMSG when a
-/// message was cut off.
+/// value: EINTR when the table changed during the dump and what was handed over may be inconsistent, ENOBUFS when
+/// messages were lost, EBADMSG when one was cut off.
 std::expected<void, int> dumpOnce(int protocol, std::uint16_t type, Bytes request,
                                   const std::function<void(const NetlinkMessage&)>& visit);
 
@@ -28,7 +28,8 @@ std::expected<std::vector<Item>, int> dumpTable(int protocol, std::uint16_t type
                                       [&](const NetlinkMessage& message) { parse(message, items); });
         if (outcome)
             return items;
-        if (outcome.error() != EINTR || attempt == attempts)
+        const bool isWorthRepeating = outcome.error() == EINTR || outcome.error() == ENOBUFS;
+        if (!isWorthRepeating || attempt == attempts)
             return std::unexpected(outcome.error());
     }
 }

@@ -39,25 +39,22 @@ Packet withByte(Packet packet, std::size_t place, std::uint8_t flippedBits) {
 }
 
 TEST_F(Dig, ReportsWhatTheServerSays) {
-    struct Case {
-        std::uint8_t responseCode;
-        const char* status;
-    };
-    for (const Case& each : {Case{0, "NOERROR"}, Case{2, "SERVFAIL"}, Case{3, "NXDOMAIN"}, Case{5, "REFUSED"}}) {
-        const NameServer server("127.0.0.1", [&](const Packet& query) {
-            return std::vector<Packet>{answerTo(query, each.responseCode, each.responseCode == 0 ? 2 : 0)};
-        });
+    const std::vector<std::pair<std::uint8_t, std::string>> statuses{
+        {0, "NOERROR"}, {2, "SERVFAIL"}, {3, "NXDOMAIN"}, {5, "REFUSED"}};
+    for (const auto& [code, status] : statuses) {
+        const NameServer server(
+            [&](const Packet& query) { return std::vector<Packet>{answerTo(query, code, code == 0 ? 2 : 0)}; });
         const ToolRun result = dig("www.example.test.");
-        EXPECT_EQ(result.status, 0) << each.status;
-        EXPECT_TRUE(result.output.contains(std::string("status: ") + each.status)) << result.output;
+        EXPECT_EQ(result.status, 0) << status;
+        EXPECT_TRUE(result.output.contains("status: " + status)) << result.output;
         EXPECT_GE(queryTime(result.output), 0);
-        EXPECT_EQ(result.output.contains("www.example.test. 60 IN A 192.0.2.7"), each.responseCode == 0);
+        EXPECT_EQ(result.output.contains("www.example.test. 60 IN A 192.0.2.7"), code == 0);
     }
 }
 
 TEST_F(Dig, PassesOverWhatDoesNotAnswerItsQuery) {
     // The true answer comes last, a while after each of the false ones.
-    const NameServer server("127.0.0.1", [](const Packet& query) {
+    const NameServer server([](const Packet& query) {
         const Packet answer = answerTo(query);
         std::this_thread::sleep_for(60ms);
         return std::vector{Packet{},
@@ -92,7 +89,7 @@ TEST_F(Dig, EndsWithoutAnAnswerWhenOnlyGarbageOrNothingComes) {
         answer[13] = 12;
         return std::vector(20, answer);
     };
-    const NameServer server("127.0.0.1", looping, [](const Packet&) { return std::vector<Packet>{}; });
+    const NameServer server(looping, [](const Packet&) { return std::vector<Packet>{}; });
     expectNoServer("garbage");
     setResolverConfiguration("nameserver 127.0.0.1\noptions use-vc\n");
     expectNoServer("a connection that closes");
@@ -100,7 +97,7 @@ TEST_F(Dig, EndsWithoutAnAnswerWhenOnlyGarbageOrNothingComes) {
 
 TEST_F(Dig, AsksAgainOverTCPWhenTheAnswerWasCut) {
     const NameServer server(
-        "127.0.0.1", [](const Packet& query) { return std::vector<Packet>{withByte(answerTo(query, 0, 0), 2, 0x02)}; },
+        [](const Packet& query) { return std::vector<Packet>{withByte(answerTo(query, 0, 0), 2, 0x02)}; },
         [](const Packet& query) { return std::vector<Packet>{answerTo(query, 0, 90)}; });
     const ToolRun result = dig("big.example.test");
     EXPECT_EQ(result.status, 0);
@@ -109,21 +106,17 @@ TEST_F(Dig, AsksAgainOverTCPWhenTheAnswerWasCut) {
 }
 
 TEST_F(Dig, GoesToTheNextServerAndKnowsIPv6) {
-    setResolverConfiguration("nameserver 127.0.0.9\nnameserver ::1\n");
-    const NameServer silent("127.0.0.9", [](const Packet&) { return std::vector<Packet>{}; });
-    const NameServer server("::1", answered);
+    setResolverConfiguration("nameserver 192.0.2.53\nnameserver ::1\n");
+    const NameServer server(answered);
     const ToolRun result = dig("example.test");
-    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(result.output.contains("192.0.2.53#53: Network is unreachable")) << result.output;
     EXPECT_TRUE(result.output.contains("SERVER: ::1#53")) << result.output;
-    // The silent one's second doesn't count as query time.
-    EXPECT_LT(queryTime(result.output), 500);
-    EXPECT_GE(result.wallMilliseconds, 1000);
 }
 
 TEST_F(Dig, AsksForExactlyTheName) {
     setResolverConfiguration("search wrong.test\noptions ndots:5\nnameserver 127.0.0.1\n");
     Packet lastQuery;
-    const NameServer server("127.0.0.1", [&](const Packet& query) {
+    const NameServer server([&](const Packet& query) {
         lastQuery = query;
         return answered(query);
     });
@@ -144,7 +137,7 @@ TEST_F(Dig, MeasuresWhatTheInstalledDigMeasures) {
     if (run({"dig", "-v"}).status != 0)
         GTEST_SKIP() << "needs the installed dig";
     for (const auto delay : {0ms, 35ms, 180ms}) {
-        const NameServer server("127.0.0.1", [&](const Packet& query) {
+        const NameServer server([&](const Packet& query) {
             std::this_thread::sleep_for(delay);
             return answered(query);
         });

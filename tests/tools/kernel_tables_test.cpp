@@ -1,5 +1,4 @@
 #include "tools/address_table.h"
-#include "tools/interface_listing.h"
 #include "tools/link_table.h"
 #include "tools/route_listing.h"
 #include "tools/route_table.h"
@@ -196,20 +195,6 @@ TEST(RouteListing, TheRouterIsThatOfTheMainTableIfItHasOne) {
     EXPECT_TRUE(router.contains("default            192.0.2.1          UGS     wlp2s0\n")) << router;
     EXPECT_FALSE(router.contains("10.1.0.1"));
     EXPECT_TRUE(listAllRoutes(routes, links).contains("default            link#8             US      utun_wg_x\n"));
-}
-
-TEST(InterfaceListing, TellsFlagsAddressesAndStatus) {
-    constexpr unsigned lowerUp = 0x10000;
-    const std::vector<Link> links{{7, "tun0", IFF_UP | IFF_RUNNING | IFF_POINTOPOINT | lowerUp, 1500, "tun", false},
-                                  {8, "eth0", lowerUp, 9000, "", false}};
-    const std::vector<InterfaceAddress> addresses{{7, parsed("10.8.0.2"), 24, parsed("10.8.0.1"), false},
-                                                  {7, parsed("fe80::1"), 64, {}, false}};
-    EXPECT_EQ(listInterfaces(links, addresses), "tun0: flags=81<UP,POINTOPOINT,RUNNING> mtu 1500\n"
-                                                "\tinet 10.8.0.2 --> 10.8.0.1 netmask 0xffffff00\n"
-                                                "\tinet6 fe80::1%tun0 prefixlen 64\n"
-                                                "\tstatus: active\n"
-                                                "eth0: flags=0<> mtu 9000\n"
-                                                "\tstatus: inactive\n");
 }
 
 TEST(IPAddress, ReadsAsTheCLibraryWritesIt) {

@@ -1,12 +1,13 @@
 #include "tests/tools/name_server.h"
 
+#include <gtest/gtest.h>
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 
 #include <array>
-#include <cstdlib>
 
 namespace tolvo::test {
 
@@ -14,22 +15,15 @@ namespace {
 
 constexpr std::size_t headerSize = 12;
 
-UniqueDescriptor listenAt(const std::string& address, int type) {
-    const int family = address.contains(':') ? AF_INET6 : AF_INET;
+UniqueDescriptor listenForBothFamilies(int type) {
+    UniqueDescriptor socket(::socket(AF_INET6, type | SOCK_CLOEXEC, 0));
     sockaddr_in6 local{};
-    local.sin6_family = static_cast<sa_family_t>(family);
+    local.sin6_family = AF_INET6;
     local.sin6_port = htons(53);
-    void* const place =
-        family == AF_INET6 ? static_cast<void*>(&local.sin6_addr) : &reinterpret_cast<sockaddr_in&>(local).sin_addr;
-    ::inet_pton(family, address.c_str(), place);
-    UniqueDescriptor socket(::socket(family, type | SOCK_CLOEXEC, 0));
     const int on = 1;
     ::setsockopt(socket.get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    const socklen_t size = family == AF_INET6 ? sizeof(sockaddr_in6) : sizeof(sockaddr_in);
-    if (::bind(socket.get(), reinterpret_cast<sockaddr*>(&local), size) != 0)
-        std::abort();
-    if (type == SOCK_STREAM)
-        ::listen(socket.get(), 8);
+    EXPECT_EQ(::bind(socket.get(), reinterpret_cast<sockaddr*>(&local), sizeof local), 0);
+    ::listen(socket.get(), 8);
     return socket;
 }
 
@@ -50,27 +44,23 @@ Packet answerTo(const Packet& query, std::uint8_t responseCode, int addressCount
     return answer;
 }
 
-NameServer::NameServer(const std::string& address, Answering overUDP, Answering overTCP)
+NameServer::NameServer(Answering overUDP, Answering overTCP)
     : overUDP_(std::move(overUDP)),
       overTCP_(std::move(overTCP)),
-      datagrams_(listenAt(address, SOCK_DGRAM)),
-      streams_(listenAt(address, SOCK_STREAM)),
-      thread_([this](const std::stop_token& stop) { serve(stop); }) {}
+      datagrams_(listenForBothFamilies(SOCK_DGRAM)),
+      streams_(listenForBothFamilies(SOCK_STREAM)),
+      thread_([this](const std::stop_token& stop) {
+          while (!stop.stop_requested()) {
+              std::array<pollfd, 2> sockets{{{datagrams_.get(), POLLIN, 0}, {streams_.get(), POLLIN, 0}}};
+              ::poll(sockets.data(), sockets.size(), 20);
+              if (sockets[0].revents != 0)
+                  serveDatagram();
+              if (sockets[1].revents != 0)
+                  serveStream();
+          }
+      }) {}
 
-NameServer::~NameServer() = default;
-
-void NameServer::serve(const std::stop_token& stop) {
-    while (!stop.stop_requested()) {
-        std::array<pollfd, 2> sockets{{{datagrams_.get(), POLLIN, 0}, {streams_.get(), POLLIN, 0}}};
-        ::poll(sockets.data(), sockets.size(), 20);
-        if (sockets[0].revents != 0)
-            serveDatagram();
-        if (sockets[1].revents != 0)
-            serveStream();
-    }
-}
-
-void NameServer::serveDatagram() {
+void NameServer::serveDatagram() const {
     Packet query(65536);
     sockaddr_storage peer{};
     socklen_t size = sizeof peer;
@@ -83,7 +73,7 @@ void NameServer::serveDatagram() {
         ::sendto(datagrams_.get(), packet.data(), packet.size(), 0, reinterpret_cast<sockaddr*>(&peer), size);
 }
 
-void NameServer::serveStream() {
+void NameServer::serveStream() const {
     const UniqueDescriptor connection(::accept(streams_.get(), nullptr, nullptr));
     Packet framed(65538);
     const ssize_t length = ::recv(connection.get(), framed.data(), framed.size(), 0);

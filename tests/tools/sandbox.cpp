@@ -5,20 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <net/if.h>
+#include <sched.h>
 #include <spawn.h>
-#include <sys/ioctl.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <chrono>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -26,28 +19,6 @@
 namespace tolvo::test {
 
 namespace {
-
-constexpr const char* resolverFile = "/etc/resolv.conf";
-
-bool bringLoopbackUp() {
-    const UniqueDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-    ifreq request{};
-    std::strcpy(request.ifr_name, "lo");
-    request.ifr_flags = IFF_UP;
-    return ::ioctl(socket.get(), SIOCSIFFLAGS, &request) == 0;
-}
-
-/// A file in memory over the machine's own, which may be a dangling link.
-bool coverResolverFile() {
-    char folder[] = "/tmp/tolvo-tools-test-XXXXXX";
-    if (::mkdtemp(folder) == nullptr)
-        return false;
-    const std::string file = std::string(folder) + "/resolv.conf";
-    std::ofstream(file) << "";
-    const bool isCovered = ::mount(file.c_str(), resolverFile, nullptr, MS_BIND, nullptr) == 0;
-    std::filesystem::remove_all(folder);
-    return isCovered;
-}
 
 std::string readAll(int descriptor) {
     std::string text;
@@ -79,17 +50,16 @@ std::optional<std::string> enterSandbox() {
     static const std::optional<std::string> problem = []() -> std::optional<std::string> {
         if (::unshare(CLONE_NEWNET | CLONE_NEWNS) != 0)
             return "needs root, for network and mount namespaces of its own";
-        if (::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 || !coverResolverFile())
-            return "cannot put a resolv.conf of its own in place";
-        if (!bringLoopbackUp())
-            return "cannot bring the loopback up";
-        return std::nullopt;
+        const ToolRun result = run({"sh", "-ec",
+                                    "mount --make-rprivate /; ip link set lo up; file=$(mktemp);"
+                                    "mount --bind $file /etc/resolv.conf; rm $file"});
+        return result.status == 0 ? std::nullopt : std::optional("cannot furnish the namespaces: " + result.errors);
     }();
     return problem;
 }
 
 void setResolverConfiguration(const std::string& text) {
-    std::ofstream(resolverFile, std::ios::trunc) << text;
+    std::ofstream("/etc/resolv.conf", std::ios::trunc) << text;
 }
 
 ToolRun run(std::vector<std::string> commandLine, Output output) {

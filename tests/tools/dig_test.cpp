@@ -53,24 +53,21 @@ TEST_F(Dig, ReportsWhatTheServerSays) {
 }
 
 TEST_F(Dig, PassesOverWhatDoesNotAnswerItsQuery) {
-    // The true answer comes last, a while after each of the false ones.
+    // The true answer comes last; the false ones say 192.0.2.6.
     const NameServer server([](const Packet& query) {
         const Packet answer = answerTo(query);
-        std::this_thread::sleep_for(60ms);
-        return std::vector{Packet{},
-                           Packet{0xFF},
-                           Packet(4000, 0xC0),
-                           withByte(answer, 0, 1),
-                           withByte(answer, 2, 0x80),
-                           withByte(answer, 13, 1),
-                           Packet(answer.begin(), answer.end() - 1),
-                           Packet(query),
-                           answer};
+        const Packet wrong = withByte(answer, answer.size() - 1, 1);
+        const Packet otherIdentifier = withByte(wrong, 0, 1);
+        const Packet noResponse = withByte(wrong, 2, 0x80);
+        const Packet otherName = withByte(wrong, 13, 1);
+        const Packet otherType = withByte(wrong, answer.size() - 19, 1);
+        const Packet cutRecord(wrong.begin(), wrong.end() - 1);
+        return std::vector<Packet>{{},        {0xFF},    Packet(4000, 0xC0), otherIdentifier, noResponse,
+                                   otherName, otherType, cutRecord,          query,           answer};
     });
     const ToolRun result = dig("x.example.test");
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(result.output.contains("192.0.2.7")) << result.output;
-    EXPECT_GE(queryTime(result.output), 60);
 }
 
 TEST_F(Dig, EndsWithoutAnAnswerWhenOnlyGarbageOrNothingComes) {

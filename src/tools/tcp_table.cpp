@@ -18,8 +18,7 @@ namespace {
 /// Longest row: protocol, two queues of ten digits, two addresses with port, and the state.
 constexpr std::size_t longestRow = 16 + 2 * 11 + 2 * (longestAddressText + 7) + 16;
 
-/// By the kernel's number of the state (TCP_ESTABLISHED is 1). Number 12 is a connection request that is not accepted
-/// yet.
+/// Number 12 is a connection request that is not accepted yet.
 constexpr std::array<std::string_view, 13> stateNames{
     "CLOSED", "ESTABLISHED", "SYN_SENT", "SYN_RCVD", "FIN_WAIT_1", "FIN_WAIT_2", "TIME_WAIT",
     "CLOSED", "CLOSE_WAIT",  "LAST_ACK", "LISTEN",   "CLOSING",    "SYN_RCVD"};
@@ -52,11 +51,11 @@ char* writeEndpoints(char* out, const inet_diag_msg& socket) {
     return writeEndpoint(out, socket.idiag_family, socket.id.idiag_dst, socket.id.idiag_dport);
 }
 
-std::string_view stateName(std::uint8_t state) {
+} // namespace
+
+std::string_view tcpStateName(unsigned state) {
     return state < stateNames.size() ? stateNames[state] : "UNKNOWN";
 }
-
-} // namespace
 
 void appendTCPRow(const NetlinkMessage& message, TCPRowForm form, std::string& rows) {
     const auto socket = valueAt<inet_diag_msg>(message.payload);
@@ -70,7 +69,7 @@ void appendTCPRow(const NetlinkMessage& message, TCPRowForm form, std::string& r
     *out++ = ' ';
     out = form == TCPRowForm::Full ? writeEndpoints(out, *socket) : write(out, "- -");
     *out++ = ' ';
-    out = write(out, stateName(socket->idiag_state));
+    out = write(out, tcpStateName(socket->idiag_state));
     *out++ = '\n';
     rows.append(row.data(), out);
 }

@@ -1,5 +1,6 @@
 #include "tools/address_table.h"
 #include "tools/link_table.h"
+#include "tools/proc_tcp_table.h"
 #include "tools/route_listing.h"
 #include "tools/route_table.h"
 #include "tools/tcp_table.h"
@@ -201,6 +202,16 @@ TEST(IPAddress, ReadsAsTheCLibraryWritesIt) {
     for (const char* text : {"::", "::1", "1::", "fe80::1", "2001:db8::1:0:0:1", "2001:0:0:1::", "1:2:3:4:5:6:7:8",
                              "::ffff:192.0.2.1", "1:0:2:3:4:5:6:7", "ff02::fb", "0.0.0.0", "255.10.0.199"})
         EXPECT_EQ(parsed(text).text(), text);
+}
+
+TEST(ProcTCPTable, StandsInForADumpThatTheKernelRefuses) {
+    std::string rows;
+    appendTCPRowsOfProcTable("  sl  local_address rem_address   st tx_queue\n"
+                             "   0: 0100007F:1F90 00000000:0000 0A 00000000:00000000\n"
+                             "   1: 0100007F:1F90 0100007F:C001 08 00000000:00000000\n"
+                             "   2: 0100007F:1F90 0100007F:C001 zz\n   3:",
+                             "tcp4", rows);
+    EXPECT_EQ(rows, "tcp4 0 0 - - LISTEN\ntcp4 0 0 - - CLOSE_WAIT\n");
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "core/sample_history.h"
 #include "core/text.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tolvo {
@@ -24,29 +23,10 @@ PingResult pingResult(PingTarget target, WallTime timestamp, const PingProbeMeas
 
 PingMonitor::PingMonitor(MainLoop& loop, Configuration configuration, PingProbeRunning& pingProbeRunner,
                          SleepProviding& sleeper, DateProvider dateProvider)
-    : configuration_(std::move(configuration)),
+    : PolledMonitor(loop, sleeper, configuration.pollInterval),
+      configuration_(std::move(configuration)),
       pingProbeRunner_(pingProbeRunner),
-      dateProvider_(std::move(dateProvider)),
-      pollingLoop_(loop, sleeper, configuration_.pollInterval, [this] { return poll(); }) {
-    configuration_.pollInterval = std::max(configuration_.pollInterval, 0.0);
-}
-
-void PingMonitor::startMonitoring() {
-    pollingLoop_.start();
-}
-
-void PingMonitor::stopMonitoring() {
-    pollingLoop_.stop();
-}
-
-void PingMonitor::updatePollInterval(double seconds) {
-    configuration_.pollInterval = std::max(seconds, 0.0);
-    pollingLoop_.updatePollInterval(configuration_.pollInterval);
-}
-
-void PingMonitor::refreshNow() {
-    pollingLoop_.requestImmediatePoll();
-}
+      dateProvider_(std::move(dateProvider)) {}
 
 void PingMonitor::resetTransientState() {
     routerIPAddress.set(std::nullopt);

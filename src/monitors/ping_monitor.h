@@ -1,10 +1,9 @@
 #pragma once
 
-#include "core/adaptive_monitoring_controlling.h"
 #include "core/async/published.h"
-#include "core/interruptible_polling_loop.h"
 #include "core/model/ping_result.h"
 #include "core/model/wall_time.h"
+#include "monitors/polled_monitor.h"
 #include "probes/ping_probe_running.h"
 
 #include <cstddef>
@@ -19,7 +18,7 @@ namespace tolvo {
 /// Measures both halves of the path: the hop to the router, which is found again on every poll, and the way out to an
 /// internet target. A router that keeps silent while the internet answers is marked, since its silence then says
 /// nothing about the network. Main thread only.
-class PingMonitor final : public AdaptiveMonitoringControlling {
+class PingMonitor final : public PolledMonitor {
 public:
     struct Configuration {
         /// Seconds from the end of a poll to the start of the next.
@@ -35,16 +34,11 @@ public:
     PingMonitor(MainLoop& loop, Configuration configuration, PingProbeRunning& pingProbeRunner, SleepProviding& sleeper,
                 DateProvider dateProvider);
 
-    void startMonitoring() override;
-    void stopMonitoring() override;
-    void updatePollInterval(double seconds) override;
-    void refreshNow() override;
     void resetTransientState() override;
 
     /// The trimmed target counts from the next poll on. A blank one is dropped.
     void updateInternetTarget(std::string_view target);
 
-    double pollInterval() const { return configuration_.pollInterval; }
     const std::string& internetTarget() const { return configuration_.internetTarget; }
 
     /// What the latest poll found.
@@ -59,7 +53,7 @@ public:
     Published<bool> isRouterIgnored;
 
 private:
-    Task<void> poll();
+    Task<void> poll() override;
     Task<void> pollWithoutRouter(WallTime now);
     Task<void> pollWithRouter(WallTime now, std::string router);
     void applyRouterIgnoreRule(bool didRouterSucceed, bool didInternetSucceed);
@@ -69,7 +63,6 @@ private:
     PingProbeRunning& pingProbeRunner_;
     DateProvider dateProvider_;
     std::int64_t consecutiveRouterFailuresWhileInternetSucceeds_ = 0;
-    InterruptiblePollingLoop pollingLoop_;
 };
 
 } // namespace tolvo

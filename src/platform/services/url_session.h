@@ -3,31 +3,42 @@
 #include "core/async/task.h"
 #include "core/model/url.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace tolvo {
 
 enum class HTTPMethod { Get, Post };
+
 /// Keep gives the body, up to the request's limit; Count only counts its bytes.
 enum class ResponseBody { Keep, Count };
-/// Own keeps a request off connections that other requests use at that moment.
-enum class ConnectionUse { Shared, Own };
 
-/// An HTTP request. Redirects are never followed: a 3xx is a response like any other. http and https only.
+/// Shared takes any connection, also beside other requests. Own takes one that no other request uses at that moment,
+/// and leaves it for a later one. Fresh looks the name up and connects anew, and closes the connection at the end: it
+/// sees the network as it is now, also where kept connections would be let through.
+enum class ConnectionUse { Shared, Own, Fresh };
+
+/// An HTTP request. Redirects are never followed: a 3xx is a response like any other. http and https only. Neither
+/// cookies nor a cache are kept.
 struct URLRequest {
     URL url;
     HTTPMethod method = HTTPMethod::Get;
-    std::vector<std::pair<std::string, std::string>> headers;
-    /// Seconds without progress, and for small exchanges the whole of it, after which the request fails as TimedOut.
+    std::vector<std::pair<std::string, std::string>> headers{};
+    /// Seconds without a byte in either direction after which the request fails as TimedOut. Set alone where the amount
+    /// is large and the link may be slow, as in a speed test.
     double timeout = 60;
+    /// Seconds that the whole request may take; without it a trickle may go on for ever. Set where a small answer is
+    /// expected, as in a portal probe or an update check.
+    std::optional<double> totalTimeout{};
     /// Sent as it is; many requests may share it.
-    std::shared_ptr<const std::string> body;
+    std::shared_ptr<const std::string> body{};
     ResponseBody responseBody = ResponseBody::Keep;
     /// Bytes of a kept body, after which the transfer is ended and what came is the body.
     std::size_t keptBodyLimit = 1 << 20;
@@ -38,6 +49,7 @@ struct HTTPResponse {
     int statusCode = 0;
     /// In order of arrival, names in lower case.
     std::vector<std::pair<std::string, std::string>> headers;
+    /// Bytes in no particular encoding.
     std::string body;
     /// Bytes of the body as they arrived, kept or not.
     std::int64_t receivedBodyBytes = 0;

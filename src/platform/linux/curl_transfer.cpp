@@ -1,0 +1,141 @@
+#include "platform/linux/curl_transfer.h"
+
+#include "platform/linux/curl_error.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace tolvo {
+
+namespace {
+
+/// With the default of 16 KiB a fast link costs twice the system calls.
+constexpr long bulkBufferBytes = 256 * 1024;
+
+/// Parsing a bundle takes some 15 ms, so it is kept; an authority that was added counts after this time.
+constexpr long certificateCacheSeconds = 3600;
+
+MonotonicTime later(MonotonicTime start, double seconds) {
+    // Longer than any request lasts, and far from overflow.
+    constexpr double longest = 1e8;
+    return start + std::chrono::ceil<MonotonicTime::duration>(Seconds(std::clamp(seconds, 0.0, longest)));
+}
+
+} // namespace
+
+CurlTransfer::CurlTransfer(URLRequest request, const CurlTransferSettings& settings, CURLSH* share, MonotonicTime now)
+    : request_(std::move(request)),
+      collector_(request_.responseBody, request_.keptBodyLimit),
+      endsAt_(request_.totalTimeout ? later(now, *request_.totalTimeout) : MonotonicTime::max()),
+      lastProgress_(now),
+      handle_(curl_easy_init()) {
+    set(CURLOPT_URL, request_.url.text().c_str());
+    set(CURLOPT_USERAGENT, settings.userAgent.c_str());
+    curl_easy_setopt(handle(), CURLOPT_SHARE, share);
+    applySafety();
+    applyCertificates(settings.certificates);
+    applyConnectionUse();
+    applyMethod();
+    applyHeaders();
+    applyCallbacks();
+}
+
+void CurlTransfer::applySafety() {
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_FOLLOWLOCATION, 0L);
+    set(CURLOPT_NOSIGNAL, 1L);
+    // A look-up that hangs must not hold up the end of its transfer.
+    set(CURLOPT_QUICK_EXIT, 1L);
+    set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+}
+
+void CurlTransfer::applyCertificates(const CertificateStore& certificates) {
+    const auto orNone = [](const std::string& path) { return path.empty() ? nullptr : path.c_str(); };
+    set(CURLOPT_CAINFO, orNone(certificates.bundleFile));
+    // The library's own default directory has to go: with one, nothing of the store is kept.
+    set(CURLOPT_CAPATH, orNone(certificates.directory));
+    set(CURLOPT_PROXY_CAINFO, orNone(certificates.bundleFile));
+    set(CURLOPT_PROXY_CAPATH, orNone(certificates.directory));
+    set(CURLOPT_CA_CACHE_TIMEOUT, certificateCacheSeconds);
+}
+
+void CurlTransfer::applyConnectionUse() {
+    if (request_.connectionUse == ConnectionUse::Shared)
+        return;
+    // Over HTTP/1.1 a connection carries one request at a time.
+    set(CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+    if (request_.connectionUse == ConnectionUse::Fresh) {
+        set(CURLOPT_FRESH_CONNECT, 1L);
+        set(CURLOPT_FORBID_REUSE, 1L);
+        set(CURLOPT_DNS_CACHE_TIMEOUT, 0L);
+    }
+}
+
+void CurlTransfer::applyMethod() {
+    if (request_.method == HTTPMethod::Get)
+        return;
+    static constexpr char noBody[] = "";
+    set(CURLOPT_POST, 1L);
+    set(CURLOPT_POSTFIELDS, request_.body ? request_.body->data() : noBody);
+    curl_easy_setopt(handle(), CURLOPT_POSTFIELDSIZE_LARGE,
+                     static_cast<curl_off_t>(request_.body ? request_.body->size() : 0));
+    set(CURLOPT_UPLOAD_BUFFERSIZE, bulkBufferBytes);
+}
+
+void CurlTransfer::applyHeaders() {
+    const auto append = [this](const std::string& line) {
+        headers_.reset(curl_slist_append(headers_.release(), line.c_str()));
+    };
+    for (const auto& [name, value] : request_.headers)
+        append(name + ": " + value);
+    // A large body would wait for an interim answer first, which most servers never send.
+    append("Expect:");
+    curl_easy_setopt(handle(), CURLOPT_HTTPHEADER, headers_.get());
+}
+
+void CurlTransfer::applyCallbacks() {
+    if (request_.responseBody == ResponseBody::Count)
+        set(CURLOPT_BUFFERSIZE, bulkBufferBytes);
+    curl_easy_setopt(handle(), CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
+    curl_easy_setopt(handle(), CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(handle(), CURLOPT_WRITEFUNCTION, &CurlTransfer::onBody);
+    curl_easy_setopt(handle(), CURLOPT_WRITEDATA, this);
+}
+
+std::size_t CurlTransfer::onHeader(char* bytes, std::size_t, std::size_t count, void* transfer) {
+    const bool wasTaken = static_cast<CurlTransfer*>(transfer)->collector_.addHeaderLine({bytes, count});
+    return wasTaken ? count : CURL_WRITEFUNC_ERROR;
+}
+
+std::size_t CurlTransfer::onBody(char* bytes, std::size_t, std::size_t count, void* transfer) {
+    const bool wasTaken = static_cast<CurlTransfer*>(transfer)->collector_.addBody({bytes, count});
+    return wasTaken ? count : CURL_WRITEFUNC_ERROR;
+}
+
+void CurlTransfer::noteProgress(MonotonicTime now) {
+    curl_off_t sentBytes = 0;
+    curl_easy_getinfo(handle(), CURLINFO_SIZE_UPLOAD_T, &sentBytes);
+    const std::int64_t movedBytes = collector_.receivedBytes() + sentBytes;
+    if (std::exchange(movedBytes_, movedBytes) != movedBytes)
+        lastProgress_ = now;
+}
+
+MonotonicTime CurlTransfer::deadline() const {
+    return std::min(endsAt_, later(lastProgress_, request_.timeout));
+}
+
+URLSessionOutcome CurlTransfer::takeOutcome(CURLcode code) {
+    if (collector_.hasTooManyHeaders())
+        return std::unexpected(urlSessionError(URLSessionError::Kind::NotHTTP));
+    if (code != CURLE_OK && !collector_.isBodyFull())
+        return std::unexpected(urlSessionError(code));
+    // A head that the server broke off counts as a whole one for the library.
+    if (!collector_.hasWholeHead())
+        return std::unexpected(urlSessionError(URLSessionError::Kind::ConnectionLost));
+    long statusCode = 0;
+    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &statusCode);
+    return collector_.takeResponse(static_cast<int>(statusCode));
+}
+
+} // namespace tolvo

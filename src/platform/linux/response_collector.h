@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/services/url_session.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace tolvo {
+
+/// Takes an answer piece by piece, and no more of it than is wanted. Whoever feeds it ends the transfer when it
+/// refuses.
+class ResponseCollector {
+public:
+    ResponseCollector(ResponseBody mode, std::size_t keptBodyLimit) : mode_(mode), keptBodyLimit_(keptBodyLimit) {}
+
+    /// One line of a head or of a trailer, with its line end. False when there were too many.
+    [[nodiscard]] bool addHeaderLine(std::string_view line);
+    /// False when the kept body is full.
+    [[nodiscard]] bool addBody(std::string_view bytes);
+
+    bool hasTooManyHeaders() const { return hasTooManyHeaders_; }
+    /// Whether an empty line ended the head.
+    bool hasWholeHead() const { return isHeadOver_; }
+    bool isBodyFull() const { return isBodyFull_; }
+    std::int64_t receivedBytes() const { return headerBytes_ + response_.receivedBodyBytes; }
+
+    HTTPResponse takeResponse(int statusCode);
+
+private:
+    void addHeader(std::string_view line);
+
+    ResponseBody mode_;
+    std::size_t keptBodyLimit_;
+    HTTPResponse response_;
+    std::int64_t headerBytes_ = 0;
+    std::int64_t headerLines_ = 0;
+    bool isHeadOver_ = false;
+    bool hasTooManyHeaders_ = false;
+    bool isBodyFull_ = false;
+};
+
+} // namespace tolvo

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <filesystem>
 
 namespace tolvo {
 
@@ -32,11 +33,14 @@ bool isReadable(const char* path) {
 
 CertificateStore CertificateStore::ofSystem() {
     CertificateStore store{environmentText("SSL_CERT_FILE"), environmentText("SSL_CERT_DIR")};
-    if (!store.bundleFile.empty())
+    // A bundle beside single files is made of them, and one file is read once where a directory bars the keeping.
+    if (std::filesystem::path(store.bundleFile).parent_path() == store.directory)
+        store.directory.clear();
+    if (!store.bundleFile.empty() || !store.directory.empty())
         return store;
     if (const auto found = std::ranges::find_if(bundleFiles, isReadable); found != bundleFiles.end())
         store.bundleFile = *found;
-    else if (store.directory.empty() && isReadable("/etc/ssl/certs"))
+    else
         store.directory = "/etc/ssl/certs";
     return store;
 }

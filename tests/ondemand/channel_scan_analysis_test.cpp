@@ -1,0 +1,131 @@
+#include "ondemand/channel_scan_analysis.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace tolvo::testing {
+namespace {
+
+using enum WiFiBand;
+
+WiFiScannedNetwork network(std::optional<std::string> bssid, std::int64_t channel, WiFiBand band,
+                           std::int64_t rssi = -50) {
+    return {"net", std::move(bssid), rssi, channel, band};
+}
+
+ChannelScanResult analyze(const std::vector<ChannelScanPass>& passes, CurrentChannel current = {}) {
+    return analyzeChannelScan(passes, 3, current, {});
+}
+
+ChannelCongestionSample sampleOn(const ChannelScanResult& result, std::int64_t channel) {
+    const auto sample = std::ranges::find(result.channels, channel, &ChannelCongestionSample::channelNumber);
+    return sample == result.channels.end() ? ChannelCongestionSample{} : *sample;
+}
+
+TEST(ChannelScan, OneNetworkSpreadsOverItsNeighbours) {
+    const ChannelScanPass pass{network("a", 6, TwoPointFourGigahertz)};
+    for (const auto& [current, suggested] : {std::pair<std::optional<std::int64_t>, int>{{}, 1}, {6, 1}, {7, 11}}) {
+        const auto result = analyze({pass, pass, pass}, {current, TwoPointFourGigahertz});
+        for (const auto& [channel, score] : {std::pair{6, 1.0}, {5, 0.8}, {7, 0.8}, {10, 0.2}, {2, 0.2}, {11, 0.0}}) {
+            EXPECT_DOUBLE_EQ(sampleOn(result, channel).interferenceScore, score) << channel;
+            EXPECT_EQ(sampleOn(result, channel).networkCount, score > 0 ? 1 : 0) << channel;
+            EXPECT_EQ(sampleOn(result, channel).averageRSSIDbm, score > 0 ? -50 : -100) << channel;
+        }
+        EXPECT_EQ(result.suggestedChannelNumber, suggested);
+        EXPECT_EQ(result.scannedNetworkCount, 3);
+    }
+}
+
+TEST(ChannelScan, SignalWeightsAreBoundedInclusively) {
+    for (const auto& [rssi, weight] : {std::pair{-55, 1.0},
+                                       {-56, 0.75},
+                                       {-65, 0.75},
+                                       {-66, 0.5},
+                                       {-75, 0.5},
+                                       {-76, 0.25},
+                                       {-85, 0.25},
+                                       {-86, 0.1}}) {
+        const ChannelScanPass pass{network("a", 44, FiveGigahertz, rssi)};
+        const auto result = analyze({pass, pass, pass});
+        EXPECT_DOUBLE_EQ(sampleOn(result, 44).interferenceScore, weight) << rssi;
+        EXPECT_EQ(sampleOn(result, 40).networkCount, 0) << "channels of 5 GHz stand alone";
+    }
+}
+
+TEST(ChannelScan, MergesPassesByAccessPointNameChannelAndBand) {
+    const ChannelScanPass twice{network("a", 36, FiveGigahertz, -60), network("a", 36, FiveGigahertz, -50)};
+    const ChannelScanPass others{network("a", 36, FiveGigahertz, -80), network({}, 36, FiveGigahertz),
+                                 network({}, 36, FiveGigahertz), network("a", 100, FiveGigahertz),
+                                 network("x", 0, Unknown)};
+    const auto result = analyze({twice, others, {}});
+    EXPECT_EQ(result.scannedNetworkCount, 5);
+    EXPECT_EQ(sampleOn(result, 36).networkCount, 2);
+    // Seen twice at -70 on average, and once at -50 without an access point.
+    EXPECT_DOUBLE_EQ(sampleOn(result, 36).interferenceScore, 2.0 / 3 * 0.5 + 1.0 / 3);
+    EXPECT_DOUBLE_EQ(sampleOn(result, 36).averageRSSIDbm, (2 * -70.0 + -50) / 3);
+    EXPECT_DOUBLE_EQ(sampleOn(result, 100).normalizedCongestion, 0.5);
+    EXPECT_EQ(result.channels.size(), 10U) << "nine, and the one beside them that a network uses";
+}
+
+TEST(ChannelScan, NothingSeen) {
+    struct Case {
+        CurrentChannel current;
+        std::size_t samples;
+        std::optional<std::int64_t> suggested;
+        std::optional<WiFiBand> band;
+    };
+    const Case cases[] = {{{}, 0, {}, {}},
+                          {{36, FiveGigahertz}, 9, 36, FiveGigahertz},
+                          {{100, FiveGigahertz}, 10, 149, FiveGigahertz},
+                          {{3, TwoPointFourGigahertz}, 11, 1, TwoPointFourGigahertz},
+                          {{9, Unknown}, 0, {}, Unknown},
+                          {{9, {}}, 0, {}, {}}};
+    for (const Case& c : cases) {
+        const auto result = analyze({{}, {}, {}}, c.current);
+        EXPECT_EQ(result.channels.size(), c.samples);
+        EXPECT_EQ(result.suggestedChannelNumber, c.suggested);
+        EXPECT_EQ(result.suggestedBand, c.band);
+        EXPECT_EQ(result.currentChannelInterferenceScore.has_value(), c.current.channelNumber.has_value());
+        EXPECT_TRUE(result.didSucceed);
+    }
+}
+
+TEST(ChannelScan, RecommendationStaysInTheBandInUse) {
+    const ChannelScanPass pass{network("a", 1, SixGigahertz), network("b", 1, TwoPointFourGigahertz),
+                               network("c", 6, TwoPointFourGigahertz, -80), network("d", 36, FiveGigahertz)};
+    const auto inFive = analyze({pass}, {36, FiveGigahertz});
+    EXPECT_EQ(inFive.suggestedBand, FiveGigahertz);
+    EXPECT_EQ(inFive.suggestedChannelNumber, 40);
+    const auto bandUnknown = analyze({pass}, {1, {}});
+    EXPECT_EQ(bandUnknown.suggestedBand, TwoPointFourGigahertz);
+    EXPECT_EQ(bandUnknown.suggestedChannelNumber, 11);
+    EXPECT_DOUBLE_EQ(*bandUnknown.currentChannelInterferenceScore, 1.0 / 3) << "the first channel 1 of the list";
+}
+
+TEST(ChannelScan, MirroredNeighboursTieAndOrderHasNoSay) {
+    ChannelScanPass pass;
+    for (const auto& [low, rssi] : {std::pair{5, -86}, {3, -70}, {2, -60}, {3, -50}, {1, -90}}) {
+        pass.push_back(network("low" + std::to_string(rssi), low, TwoPointFourGigahertz, rssi));
+        pass.push_back(network("high" + std::to_string(rssi), 12 - low, TwoPointFourGigahertz, rssi));
+    }
+    const auto result = analyze({pass}, {6, TwoPointFourGigahertz});
+    EXPECT_EQ(sampleOn(result, 1).interferenceScore, sampleOn(result, 11).interferenceScore);
+    std::ranges::reverse(pass);
+    EXPECT_EQ(analyze({pass}, {6, TwoPointFourGigahertz}), result);
+}
+
+TEST(ChannelScan, ChannelNumbersAtTheEndsOfTheirRange) {
+    const auto lowest = std::numeric_limits<std::int64_t>::min();
+    const auto highest = std::numeric_limits<std::int64_t>::max();
+    const ChannelScanPass pass{network("a", lowest, TwoPointFourGigahertz),
+                               network("b", highest, TwoPointFourGigahertz)};
+    const auto result = analyze({pass}, {highest, TwoPointFourGigahertz});
+    EXPECT_EQ(result.channels.size(), 13U);
+    EXPECT_EQ(result.suggestedChannelNumber, 11);
+}
+
+} // namespace
+} // namespace tolvo::testing

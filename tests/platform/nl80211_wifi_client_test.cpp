@@ -211,6 +211,26 @@ TEST_F(Nl80211WiFiClientTest, AScanThatFailsFallsBackOnWhatSomebodyElseHeard) {
     EXPECT_EQ(namesOf(scanEndingWith({})), "There is no Wi-Fi interface.");
 }
 
+TEST_F(Nl80211WiFiClientTest, AScanThatIsPutOffIsGivenTheOneBefore) {
+    kernel.triggerError = EPERM;
+    heard().replies = {bssReply("old", 4500), bssReply("heard", 1000)};
+    auto start = loop.after(Seconds(1), [this] { kernel.send(NL80211_CMD_TRIGGER_SCAN); });
+    EXPECT_EQ(namesOf(scanEndingWith(NL80211_CMD_NEW_SCAN_RESULTS)), "heard ");
+    const auto secondsOfScan = [this] {
+        const double before = loop.elapsed();
+        EXPECT_TRUE(runTask(loop, scanner.scan())->has_value());
+        return loop.elapsed() - before;
+    };
+    // Asked again at once, nobody begins a scan: two seconds later the first one's results serve.
+    heard().replies.push_back(bssReply("heard then", 3900));
+    EXPECT_EQ(namesOf(runTask(loop, scanner.scan())), "heard heard then ");
+    EXPECT_NEAR(secondsOfScan(), 2, 0.1);
+    // One that begins is waited for, and so is any when the last one was long ago.
+    start = loop.after(Seconds(1.9), [this] { kernel.send(NL80211_CMD_TRIGGER_SCAN); });
+    EXPECT_NEAR(secondsOfScan(), 15, 0.1);
+    EXPECT_NEAR(secondsOfScan(), 15, 0.1);
+}
+
 TEST_F(Nl80211WiFiClientTest, ACancelledScanLetsGoOfTheEvents) {
     TaskScope tasks(loop);
     std::optional<WiFiClient::ScanOutcome> outcome;

@@ -23,7 +23,12 @@ constexpr Seconds presentResultsAge{30};
 /// The kernel counts ages in ticks of up to 10 ms.
 constexpr Seconds ageTolerance{0.05};
 
-enum class ScanEnd { Completed, Aborted, TimedOut };
+/// NetworkManager spaces scans some 8 s apart. A request so soon after a scan that was seen from its beginning is given
+/// that scan's results, if no new scan begins within the patience: three passes in a row would take 25 s otherwise.
+constexpr Seconds soonAfterScan{15};
+constexpr Seconds patienceForStart{2};
+
+enum class ScanEnd { Completed, Aborted, PutOff, TimedOut };
 
 WiFiScanError refusal(int error) {
     if (error == ENETDOWN)
@@ -41,10 +46,12 @@ Seconds ageOf(const BSSEntry& entry, std::chrono::nanoseconds sinceBoot) {
     return entry.age.value_or(std::chrono::milliseconds(0));
 }
 
-std::vector<WiFiNetwork> networks(const std::vector<BSSEntry>& entries) {
+WiFiClient::ScanOutcome networksOf(const std::expected<std::vector<BSSEntry>, WiFiScanError>& entries) {
+    if (!entries)
+        return std::unexpected(entries.error());
     std::vector<WiFiNetwork> result;
-    result.reserve(entries.size());
-    for (const BSSEntry& entry : entries)
+    result.reserve(entries->size());
+    for (const BSSEntry& entry : *entries)
         result.push_back({entry.ssid, entry.bssid, entry.signalDbm, channelOfFrequency(entry.frequencyMHz)});
     return result;
 }
@@ -55,12 +62,17 @@ struct Nl80211Scanner::Progress {
     MonotonicTime requestedAt;
     bool hasStarted = false;
     OneShot<ScanEnd> end;
+    ScanEnd reached = ScanEnd::TimedOut;
 
     void hear(std::uint8_t command) {
         if (command == NL80211_CMD_TRIGGER_SCAN)
             hasStarted = true;
         else
             end.set(command == NL80211_CMD_NEW_SCAN_RESULTS ? ScanEnd::Completed : ScanEnd::Aborted);
+    }
+    void giveUpUnlessStarted() const {
+        if (!hasStarted)
+            end.set(ScanEnd::PutOff);
     }
 };
 
@@ -73,7 +85,8 @@ Task<WiFiClient::ScanOutcome> Nl80211Scanner::scan() {
     if (!found || !*found)
         co_return std::unexpected(WiFiScanError{"There is no Wi-Fi interface."});
     const StationInterface interface = (*found)->interface;
-    Progress progress{.requestedAt = loop_.now(), .hasStarted = false, .end = {}};
+    Progress progress;
+    progress.requestedAt = loop_.now();
     // Heard from before the start on, so that no end is missed.
     const auto events = kernel_.watchScans([&](std::uint8_t command, NetlinkAttributes event) {
         if (parseWiphy(event) == interface.wiphy)
@@ -81,54 +94,72 @@ Task<WiFiClient::ScanOutcome> Nl80211Scanner::scan() {
     });
     if (!events)
         co_return std::unexpected(refusal(events.error()));
-    if (auto started = co_await start(interface.index, interface.name); !started)
-        co_return presentResults(interface.index, std::move(started.error()));
-    const auto deadline = loop_.after(longestScan, [end = progress.end] { end.set(ScanEnd::TimedOut); });
-    switch (co_await progress.end.take()) {
+    const auto starter = co_await start(interface.index, interface.name);
+    if (!starter)
+        co_return presentResults(interface.index, starter.error());
+    const auto deadline = loop_.after(longestScan, [&] { progress.end.set(ScanEnd::TimedOut); });
+    LoopRegistration patience;
+    if (*starter == Starter::Requester && isSoonAfterScan())
+        patience = loop_.after(patienceForStart, [&] { progress.giveUpUnlessStarted(); });
+    progress.reached = co_await progress.end.take();
+    co_return outcomeOf(interface.index, progress);
+}
+
+WiFiClient::ScanOutcome Nl80211Scanner::outcomeOf(std::uint32_t interfaceIndex, const Progress& progress) {
+    switch (progress.reached) {
     case ScanEnd::Completed:
-        co_return freshResults(interface.index, progress);
+        return freshResults(interfaceIndex, progress);
+    case ScanEnd::PutOff:
+        return resultsSince(interfaceIndex, *lastScanRequestedAt_);
     case ScanEnd::Aborted:
-        co_return presentResults(interface.index, {"The scan was ended before its time."});
+        return presentResults(interfaceIndex, {"The scan was ended before its time."});
     case ScanEnd::TimedOut:
         break;
     }
-    co_return presentResults(interface.index, {"The scan did not end within 15 seconds."});
+    return presentResults(interfaceIndex, {"The scan did not end within 15 seconds."});
 }
 
-Task<std::expected<void, WiFiScanError>> Nl80211Scanner::start(std::uint32_t interfaceIndex,
-                                                               std::string interfaceName) {
+bool Nl80211Scanner::isSoonAfterScan() const {
+    return lastScanRequestedAt_ && loop_.now() - *lastScanRequestedAt_ <= soonAfterScan;
+}
+
+Task<std::expected<Nl80211Scanner::Starter, WiFiScanError>> Nl80211Scanner::start(std::uint32_t interfaceIndex,
+                                                                                  std::string interfaceName) {
     const auto triggered = kernel_.triggerScan(interfaceIndex);
     if (triggered || triggered.error() == EBUSY)
-        co_return std::expected<void, WiFiScanError>();
+        co_return Starter::Kernel;
     if (triggered.error() != EPERM)
         co_return std::unexpected(refusal(triggered.error()));
     const auto requested = co_await requester_.requestScan(std::move(interfaceName));
     if (!requested)
         co_return std::unexpected(missingRight(requested.error()));
-    co_return std::expected<void, WiFiScanError>();
+    co_return Starter::Requester;
 }
 
 WiFiClient::ScanOutcome Nl80211Scanner::freshResults(std::uint32_t interfaceIndex, const Progress& progress) {
-    // What was heard before the scan may be gone. Of a scan that was joined the start is not known.
-    const Seconds longestAge =
-        progress.hasStarted ? Seconds(loop_.now() - progress.requestedAt) + ageTolerance : presentResultsAge;
-    const auto entries = entriesSince(interfaceIndex, longestAge);
-    if (!entries)
-        return std::unexpected(entries.error());
-    return networks(*entries);
+    // Of a scan that was joined the start is not known.
+    if (!progress.hasStarted)
+        return networksOf(entriesHeardWithin(interfaceIndex, presentResultsAge));
+    lastScanRequestedAt_ = progress.requestedAt;
+    return resultsSince(interfaceIndex, progress.requestedAt);
+}
+
+WiFiClient::ScanOutcome Nl80211Scanner::resultsSince(std::uint32_t interfaceIndex, MonotonicTime requestedAt) {
+    // What was heard before the scan may be gone.
+    return networksOf(entriesHeardWithin(interfaceIndex, Seconds(loop_.now() - requestedAt) + ageTolerance));
 }
 
 WiFiClient::ScanOutcome Nl80211Scanner::presentResults(std::uint32_t interfaceIndex, WiFiScanError whyNoScan) {
-    const auto entries = entriesSince(interfaceIndex, presentResultsAge);
+    const auto entries = entriesHeardWithin(interfaceIndex, presentResultsAge);
     // The link's own access point is always fresh, by its beacons; it takes another one to show that somebody scanned.
     const bool hasOthers = entries && !std::ranges::all_of(*entries, &BSSEntry::isAssociated);
     if (!hasOthers)
         return std::unexpected(std::move(whyNoScan));
-    return networks(*entries);
+    return networksOf(entries);
 }
 
-std::expected<std::vector<BSSEntry>, WiFiScanError> Nl80211Scanner::entriesSince(std::uint32_t interfaceIndex,
-                                                                                 Seconds longestAge) {
+std::expected<std::vector<BSSEntry>, WiFiScanError> Nl80211Scanner::entriesHeardWithin(std::uint32_t interfaceIndex,
+                                                                                       Seconds longestAge) {
     // A list that changes while it is told is asked for anew; in a busy air the last one is good enough.
     constexpr int attempts = 3;
     std::vector<BSSEntry> entries;

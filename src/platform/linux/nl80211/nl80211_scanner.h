@@ -28,15 +28,23 @@ public:
 private:
     struct Progress;
 
-    Task<std::expected<void, WiFiScanError>> start(std::uint32_t interfaceIndex, std::string interfaceName);
+    /// A scan that runs already counts as the kernel's.
+    enum class Starter { Kernel, Requester };
+    Task<std::expected<Starter, WiFiScanError>> start(std::uint32_t interfaceIndex, std::string interfaceName);
+    bool isSoonAfterScan() const;
+    WiFiClient::ScanOutcome outcomeOf(std::uint32_t interfaceIndex, const Progress& progress);
     WiFiClient::ScanOutcome freshResults(std::uint32_t interfaceIndex, const Progress& progress);
+    WiFiClient::ScanOutcome resultsSince(std::uint32_t interfaceIndex, MonotonicTime requestedAt);
     WiFiClient::ScanOutcome presentResults(std::uint32_t interfaceIndex, WiFiScanError whyNoScan);
-    std::expected<std::vector<BSSEntry>, WiFiScanError> entriesSince(std::uint32_t interfaceIndex, Seconds longestAge);
+    std::expected<std::vector<BSSEntry>, WiFiScanError> entriesHeardWithin(std::uint32_t interfaceIndex,
+                                                                           Seconds longestAge);
 
     MainLoop& loop_;
     Nl80211Querying& kernel_;
     WiFiScanRequesting& requester_;
     BootClock bootClock_;
+    /// Of the last scan that was heard from its start to its end.
+    std::optional<MonotonicTime> lastScanRequestedAt_;
 };
 
 } // namespace tolvo

@@ -40,11 +40,10 @@ TerminalLine connectionLine(const DashboardSources& sources, std::size_t columns
         return titleAndValueLine({"Connections", std::string(absentValueText)}, columns);
     const TCPConnectionStateCounts& counts = result->counts;
     const Badge badge = signalQualityBadge(sources.connectionQuality.value());
-    TerminalLine line = titleAndValueLine({"Connections", std::to_string(counts.established) + " established, " +
-                                                              std::to_string(counts.timeWait) + " time-wait, " +
-                                                              std::to_string(counts.closeWait) + " close-wait  "},
-                                          columns);
+    TerminalLine line = titleAndValueLine({"Connections", ""}, columns);
     line.push_back({badge.text, badge.tone});
+    line.push_back({"  " + std::to_string(counts.established) + " established, " + std::to_string(counts.timeWait) +
+                    " time-wait, " + std::to_string(counts.closeWait) + " close-wait"});
     return clippedLine(std::move(line), columns);
 }
 

@@ -1,4 +1,5 @@
 """Runs the terminal program in a network that gets worse and better again: `check.py FOLDER-OF-PROGRAMS`."""
+import fcntl
 import json
 import os
 import pty
@@ -9,8 +10,6 @@ import struct
 import subprocess
 import sys
 import termios
-import fcntl
-import time
 
 from network import ROUTER, SKIPPED, TARGET, Network, enter_sandbox, wait_until
 
@@ -86,10 +85,12 @@ check("a dead name server fails look-ups while pings go on",
 network.start("dns")
 check("until it is back", lines.shows(lambda l: l["dns"]["didSucceed"]))
 
-for mode, reason in (("redirect", "redirect"), ("inject", "contentInjection"), ("clean", "none")):
+for mode, reason, leads in (("redirect", "redirect", "http://portal.test/login"),
+                            ("inject", "contentInjection", "http://captive.apple.com/hotspot-detect.html"),
+                            ("clean", "none", None)):
     network.portal(mode)
-    check(f"a portal that is {mode}", lines.shows(lambda l: l["captivePortal"]["reason"] == reason))
-check("names where the portal leads", lines.latest["captivePortal"]["isCaptivePortal"] is False)
+    check(f"tells a network that is {mode}", lines.shows(lambda l: l["captivePortal"]["reason"] == reason)
+          and lines.latest["captivePortal"].get("portalURL") == leads)
 
 listener = socket.create_server(("127.0.0.1", 0), backlog=4096)
 pairs = []
@@ -108,28 +109,37 @@ closed.process.stdout.close()
 check("ends when its output is closed", wait_until(lambda: closed.process.poll() is not None, 8))
 
 
-def screen_session(keys, until):
-    """Runs the program on a terminal of 60 by 20 and gives what it wrote, and how it ended."""
-    child, terminal = pty.fork()
-    if child == 0:
-        os.execve(program, [program], {**environment, "TERM": "xterm"})
-    fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 20, 60, 0, 0))
-    output, end = b"", time.monotonic() + 10
-    while time.monotonic() < end:
-        if select.select([terminal], [], [], 0.1)[0]:
-            try:
-                output += os.read(terminal, 65536)
-            except OSError:
-                break
-        if keys and until in output:
-            os.write(terminal, keys.pop(0))
-            output_before, until = output, b"paused"
-    return output.decode(errors="replace"), os.waitstatus_to_exitcode(os.waitpid(child, 0)[1])
+class Screen:
+    """The program on a terminal of 60 by 20."""
+
+    def __init__(self):
+        self.child, self.terminal = pty.fork()
+        if self.child == 0:
+            os.execve(program, [program], {**environment, "TERM": "xterm"})
+        fcntl.ioctl(self.terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 20, 60, 0, 0))
+        self.written = ""
+
+    def shows(self, text, seconds=10):
+        def read():
+            if select.select([self.terminal], [], [], 0)[0]:
+                try:
+                    self.written += os.read(self.terminal, 65536).decode(errors="replace")
+                except OSError:
+                    pass
+            return text in self.written
+        return wait_until(read, seconds)
+
+    def type(self, keys):
+        os.write(self.terminal, keys)
 
 
-screen, status = screen_session([b"m", b"\x03"], b"Internet Ping")
-check("draws its screen, obeys its keys, and gives the terminal back",
-      "Monitoring is paused." in screen and screen.rstrip().endswith("\x1b[?1049l") and status == 0)
+screen = Screen()
+check("draws its screen", screen.shows("Internet Ping"))
+screen.type(b"m")
+check("obeys its keys", screen.shows("Monitoring is paused."))
+screen.type(b"\x03")
+check("gives the terminal back", screen.shows("\x1b[?1049l"))
+check("and ends well", os.waitstatus_to_exitcode(os.waitpid(screen.child, 0)[1]) == 0)
 with open(os.path.join(settings_folder, "settings.json")) as file:
     check("keeps the switch", json.load(file) == {**settings, "monitoringEnabled": False})
 

@@ -1,0 +1,20 @@
+#include "app/system_services.h"
+
+#include "app/wifi_hardware.h"
+#include "platform/linux/tool_paths.h"
+#include "probes/tool_table.h"
+
+namespace tolvo {
+
+SystemServices::SystemServices(MainLoop& mainLoop)
+    : loop(mainLoop),
+      userDefaults(JsonFileUserDefaults::standardPath()),
+      processService(loop, toolPaths(allowedToolPaths(), toolsFolder())),
+      workspace(processService),
+      pathMonitor(loop),
+      sleepNotifications(loop),
+      urlSession(loop, {.userAgent = "Tolvo/" TOLVO_VERSION}),
+      isAirSimulated(isSimulatedAirAskedFor()),
+      wifiClient(makeWiFiClient(loop)) {}
+
+} // namespace tolvo

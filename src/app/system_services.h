@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/model/wall_time.h"
+#include "core/task_sleeper.h"
+#include "platform/linux/curl_url_session.h"
+#include "platform/linux/inet_address_parser.h"
+#include "platform/linux/json_file_user_defaults.h"
+#include "platform/linux/logind_sleep_notifier.h"
+#include "platform/linux/netlink_path_monitor.h"
+#include "platform/linux/posix_process_service.h"
+#include "platform/linux/unguarded_location_manager.h"
+#include "platform/linux/xdg_workspace.h"
+#include "platform/re2/re2_regular_expression.h"
+#include "platform/services/wifi_client.h"
+
+#include <memory>
+
+namespace tolvo {
+
+/// The operating system's services that the program stands on, one of each.
+class SystemServices {
+public:
+    explicit SystemServices(MainLoop& loop);
+    SystemServices(const SystemServices&) = delete;
+    SystemServices& operator=(const SystemServices&) = delete;
+
+    MainLoop& loop;
+    TaskSleeper sleeper;
+    DateProvider dateProvider = [] { return std::chrono::system_clock::now(); };
+    JsonFileUserDefaults userDefaults;
+    PosixProcessService processService;
+    XdgWorkspace workspace;
+    UnguardedLocationManager locationManager;
+    Re2RegularExpressionCompiler regularExpressions;
+    InetAddressParser addressParser;
+    NetlinkPathMonitor pathMonitor;
+    LogindSleepNotifier sleepNotifications;
+    CurlURLSession urlSession;
+    /// Whether the Wi-Fi that is read is a simulated one, because the user asked for it.
+    bool isAirSimulated;
+    /// The Wi-Fi hardware, or the simulated air in its place.
+    std::unique_ptr<WiFiClient> wifiClient;
+};
+
+} // namespace tolvo

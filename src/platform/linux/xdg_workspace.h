@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/services/process_service.h"
+#include "platform/services/workspace.h"
+
+#include <list>
+#include <memory>
+
+namespace tolvo {
+
+/// Opens URLs with xdg-open, in whatever program the user chose for them.
+class XdgWorkspace final : public Workspace {
+public:
+    explicit XdgWorkspace(ProcessService& processService) : processService_(processService) {}
+
+    /// Whether xdg-open could be started; what it then makes of the URL isn't waited for.
+    bool openURL(const URL& url) override;
+
+private:
+    ProcessService& processService_;
+    std::list<std::unique_ptr<RunningProcess>> openers_;
+};
+
+} // namespace tolvo

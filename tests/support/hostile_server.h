@@ -2,6 +2,10 @@
 
 #include "platform/linux/unique_descriptor.h"
 
+#include <arpa/inet.h>
+#include <poll.h>
+#include <sys/socket.h>
+
 #include <atomic>
 #include <functional>
 #include <list>
@@ -12,50 +16,84 @@
 namespace tolvo::testing {
 
 /// One accepted connection, as a script sees it. Every operation ends soon after the other side has closed.
-class Peer {
-public:
-    explicit Peer(int descriptor) : descriptor_(descriptor) {}
-
-    /// Reads up to the end of a request's head and gives it.
-    std::string receiveHead();
-    /// Reads that many bytes; false when the other side closed first.
-    bool receive(std::size_t count);
-    bool send(std::string_view bytes);
+struct Peer {
+    std::string receiveHead() const {
+        std::string head;
+        char byte = 0;
+        while (!head.ends_with("\r\n\r\n") && ::recv(descriptor.get(), &byte, 1, 0) == 1)
+            head += byte;
+        return head;
+    }
+    bool receive(std::size_t count) const {
+        return ::recv(descriptor.get(), nullptr, count, MSG_WAITALL | MSG_TRUNC) == static_cast<ssize_t>(count);
+    }
+    bool send(std::string_view bytes) const {
+        return ::send(descriptor.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
+    }
     /// Lets time pass without reading.
-    void pause(int milliseconds);
-    /// Drops what arrives until the other side closes or the time has passed; true when it closed.
-    bool waitForClose(int milliseconds = -1);
-    int descriptor() const { return descriptor_.get(); }
+    void pause(int milliseconds) const {
+        pollfd entry{descriptor.get(), 0, 0};
+        ::poll(&entry, 1, milliseconds);
+    }
+    /// Drops what arrives, until none has for that long (false) or the other side closed (true).
+    bool waitForClose(int milliseconds = -1) const {
+        pollfd entry{descriptor.get(), POLLIN, 0};
+        while (::poll(&entry, 1, milliseconds) > 0) {
+            if (::recv(descriptor.get(), nullptr, 1 << 20, MSG_TRUNC) <= 0)
+                return true;
+        }
+        return false;
+    }
 
-private:
-    UniqueDescriptor descriptor_;
+    UniqueDescriptor descriptor;
 };
 
 /// A TCP server on 127.0.0.1 that treats each connection as the script says, on a thread of its own.
 class HostileServer {
 public:
-    using Script = std::function<void(Peer&)>;
+    using Script = std::function<void(const Peer&)>;
 
-    explicit HostileServer(Script script);
-    HostileServer(const HostileServer&) = delete;
-    HostileServer& operator=(const HostileServer&) = delete;
-    ~HostileServer();
+    explicit HostileServer(Script script) : script_(std::move(script)) {
+        ::listen(listener_.get(), 16);
+        acceptor_ = std::thread([this] { acceptAll(); });
+    }
+    ~HostileServer() {
+        ::shutdown(listener_.get(), SHUT_RDWR);
+        acceptor_.join();
+        for (const Peer& peer : peers_)
+            ::shutdown(peer.descriptor.get(), SHUT_RDWR);
+    }
 
-    std::string url(std::string_view scheme = "http") const;
-    int connectionCount() const { return connectionCount_; }
+    std::string authority() const {
+        sockaddr_in address{};
+        socklen_t length = sizeof address;
+        ::getsockname(listener_.get(), reinterpret_cast<sockaddr*>(&address), &length);
+        return "127.0.0.1:" + std::to_string(ntohs(address.sin_port));
+    }
+    std::string url() const { return "http://" + authority() + "/"; }
+
+    std::atomic<int> connectionCount = 0;
     /// Scripts that have ended.
-    int endedCount() const { return endedCount_; }
+    std::atomic<int> endedCount = 0;
 
 private:
-    void acceptAll();
+    void acceptAll() {
+        int descriptor = -1;
+        while ((descriptor = ::accept4(listener_.get(), nullptr, nullptr, SOCK_CLOEXEC)) >= 0) {
+            ++connectionCount;
+            const Peer& peer = peers_.emplace_back(UniqueDescriptor(descriptor));
+            scripts_.emplace_back([this, &peer] {
+                script_(peer);
+                ::shutdown(peer.descriptor.get(), SHUT_RDWR);
+                ++endedCount;
+            });
+        }
+    }
 
     Script script_;
-    UniqueDescriptor listener_;
-    int port_ = 0;
-    std::atomic<int> connectionCount_ = 0;
-    std::atomic<int> endedCount_ = 0;
+    UniqueDescriptor listener_{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
     std::list<Peer> peers_;
-    std::list<std::thread> scripts_;
+    std::list<std::jthread> scripts_;
     std::thread acceptor_;
 };
 

@@ -2,6 +2,8 @@
 
 #include "platform/linux/curl_error.h"
 
+#include <sys/socket.h>
+
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -16,17 +18,27 @@ constexpr long bulkBufferBytes = 256 * 1024;
 /// Parsing a bundle takes some 15 ms, so it is kept; an authority that was added counts after this time.
 constexpr long certificateCacheSeconds = 3600;
 
+std::int64_t bodyLength(const URLRequest& request) {
+    return request.bodyLength.value_or(request.body ? static_cast<std::int64_t>(request.body->size()) : 0);
+}
+
 MonotonicTime later(MonotonicTime start, double seconds) {
     // Longer than any request lasts, and far from overflow.
     constexpr double longest = 1e8;
     return start + std::chrono::ceil<MonotonicTime::duration>(Seconds(std::clamp(seconds, 0.0, longest)));
 }
 
+/// The library's own sockets would be inherited by every tool that is started meanwhile.
+curl_socket_t openSocket(void*, curlsocktype, curl_sockaddr* address) {
+    return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+}
+
 } // namespace
 
 CurlTransfer::CurlTransfer(URLRequest request, const CurlTransferSettings& settings, CURLSH* share, MonotonicTime now)
     : request_(std::move(request)),
-      collector_(request_.responseBody, request_.keptBodyLimit),
+      upload_(request_.body, bodyLength(request_)),
+      collector_(request_.responseBody, request_.bodyLimit),
       endsAt_(request_.totalTimeout ? later(now, *request_.totalTimeout) : MonotonicTime::max()),
       lastProgress_(now),
       handle_(curl_easy_init()) {
@@ -48,6 +60,7 @@ void CurlTransfer::applySafety() {
     // A look-up that hangs must not hold up the end of its transfer.
     set(CURLOPT_QUICK_EXIT, 1L);
     set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    curl_easy_setopt(handle(), CURLOPT_OPENSOCKETFUNCTION, &openSocket);
 }
 
 void CurlTransfer::applyCertificates(const CertificateStore& certificates) {
@@ -75,11 +88,13 @@ void CurlTransfer::applyConnectionUse() {
 void CurlTransfer::applyMethod() {
     if (request_.method == HTTPMethod::Get)
         return;
-    static constexpr char noBody[] = "";
     set(CURLOPT_POST, 1L);
-    set(CURLOPT_POSTFIELDS, request_.body ? request_.body->data() : noBody);
-    curl_easy_setopt(handle(), CURLOPT_POSTFIELDSIZE_LARGE,
-                     static_cast<curl_off_t>(request_.body ? request_.body->size() : 0));
+    curl_easy_setopt(handle(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(upload_.length()));
+    curl_easy_setopt(handle(), CURLOPT_READFUNCTION, &CurlTransfer::onUpload);
+    curl_easy_setopt(handle(), CURLOPT_READDATA, this);
+    // Needed when a kept connection turns out to be dead after the first bytes.
+    curl_easy_setopt(handle(), CURLOPT_SEEKFUNCTION, &CurlTransfer::onRewind);
+    curl_easy_setopt(handle(), CURLOPT_SEEKDATA, this);
     set(CURLOPT_UPLOAD_BUFFERSIZE, bulkBufferBytes);
 }
 
@@ -111,6 +126,15 @@ std::size_t CurlTransfer::onHeader(char* bytes, std::size_t, std::size_t count, 
 std::size_t CurlTransfer::onBody(char* bytes, std::size_t, std::size_t count, void* transfer) {
     const bool wasTaken = static_cast<CurlTransfer*>(transfer)->collector_.addBody({bytes, count});
     return wasTaken ? count : CURL_WRITEFUNC_ERROR;
+}
+
+std::size_t CurlTransfer::onUpload(char* target, std::size_t, std::size_t room, void* transfer) {
+    return static_cast<CurlTransfer*>(transfer)->upload_.read(target, room);
+}
+
+int CurlTransfer::onRewind(void* transfer, curl_off_t position, int) {
+    static_cast<CurlTransfer*>(transfer)->upload_.seek(position);
+    return CURL_SEEKFUNC_OK;
 }
 
 void CurlTransfer::noteProgress(MonotonicTime now) {

@@ -4,6 +4,7 @@
 #include "platform/linux/curl_handles.h"
 #include "platform/linux/curl_transfer_settings.h"
 #include "platform/linux/response_collector.h"
+#include "platform/linux/upload_source.h"
 #include "platform/services/url_session.h"
 
 #include <cstddef>
@@ -41,8 +42,11 @@ private:
 
     static std::size_t onHeader(char* bytes, std::size_t, std::size_t count, void* transfer);
     static std::size_t onBody(char* bytes, std::size_t, std::size_t count, void* transfer);
+    static std::size_t onUpload(char* target, std::size_t, std::size_t room, void* transfer);
+    static int onRewind(void* transfer, curl_off_t position, int);
 
     URLRequest request_;
+    UploadSource upload_;
     ResponseCollector collector_;
     MonotonicTime endsAt_;
     MonotonicTime lastProgress_;

@@ -8,6 +8,10 @@ namespace tolvo {
 
 namespace {
 
+/// How long connections are kept when nothing uses them. Beyond, servers close them, and a closed one that is kept
+/// shows up among the machine's orphaned sockets.
+constexpr auto keptConnectionTime = std::chrono::seconds(30);
+
 /// No signal is delivered to the transfer thread or to the library's look-up threads, which inherit this.
 std::thread startWithoutSignals(std::function<void()> body) {
     sigset_t all;
@@ -42,10 +46,8 @@ void CurlTransferThread::cancel(TransferID id) {
 }
 
 void CurlTransferThread::order(const std::function<void(Orders&)>& change) {
-    {
-        const std::lock_guard lock(ordersMutex_);
-        change(orders_);
-    }
+    const std::lock_guard lock(ordersMutex_);
+    change(orders_);
     curl_multi_wakeup(multi_.get());
 }
 
@@ -59,12 +61,7 @@ void CurlTransferThread::run() {
         Orders orders = takeOrders();
         if (orders.isStopping)
             break;
-        for (auto& [id, request] : orders.starts)
-            begin(id, std::move(request));
-        for (const TransferID id : orders.cancels) {
-            if (const auto position = transfers_.find(id); position != transfers_.end())
-                drop(position);
-        }
+        obey(std::move(orders));
         int runningCount = 0;
         curl_multi_perform(multi_.get(), &runningCount);
         endFinished();
@@ -75,12 +72,22 @@ void CurlTransferThread::run() {
         drop(transfers_.begin());
 }
 
+void CurlTransferThread::obey(Orders orders) {
+    for (auto& [id, request] : orders.starts)
+        begin(id, std::move(request));
+    for (const TransferID id : orders.cancels) {
+        if (const auto position = transfers_.find(id); position != transfers_.end())
+            drop(position);
+    }
+}
+
 void CurlTransferThread::begin(TransferID id, URLRequest request) {
     const auto [position, _] =
         transfers_.try_emplace(id, std::move(request), settings_, share_.get(), std::chrono::steady_clock::now());
     CURL* const handle = position->second.handle();
     curl_easy_setopt(handle, CURLOPT_PRIVATE, &position->first);
     curl_multi_add_handle(multi_.get(), handle);
+    hasKeptConnections_ = true;
 }
 
 void CurlTransferThread::endFinished() {
@@ -117,13 +124,22 @@ void CurlTransferThread::drop(Transfers::iterator position) {
 
 void CurlTransferThread::waitForWork() {
     using Milliseconds = std::chrono::duration<int, std::milli>;
-    constexpr auto longest = Milliseconds(std::chrono::hours(1));
-    MonotonicTime::duration wait = longest;
+    const bool isIdle = transfers_.empty();
+    MonotonicTime::duration wait = hasKeptConnections_ ? keptConnectionTime : std::chrono::hours(1);
     const MonotonicTime now = std::chrono::steady_clock::now();
     for (const auto& [id, transfer] : transfers_)
         wait = std::min(wait, transfer.deadline() - now);
     const auto milliseconds = std::max(std::chrono::ceil<Milliseconds>(wait), Milliseconds(0));
     curl_multi_poll(multi_.get(), nullptr, 0, milliseconds.count(), nullptr);
+    if (isIdle && hasKeptConnections_ && std::chrono::steady_clock::now() - now >= keptConnectionTime)
+        closeKeptConnections();
+}
+
+void CurlTransferThread::closeKeptConnections() {
+    CurlMultiHandle multi(curl_multi_init());
+    const std::lock_guard lock(ordersMutex_);
+    multi_.swap(multi);
+    hasKeptConnections_ = false;
 }
 
 } // namespace tolvo

@@ -41,12 +41,14 @@ private:
 
     // On the transfer thread.
     void run();
+    void obey(Orders orders);
     void begin(TransferID id, URLRequest request);
     void endFinished();
     void endOverdue();
     void end(Transfers::iterator position, CURLcode code);
     void drop(Transfers::iterator position);
     void waitForWork();
+    void closeKeptConnections();
 
     CurlLibrary library_;
     const CurlTransferSettings settings_;
@@ -54,7 +56,9 @@ private:
     CurlShareHandle share_;
     CurlMultiHandle multi_;
     Transfers transfers_;
+    bool hasKeptConnections_ = false;
 
+    /// Guards the orders, and the handle against a wake-up while it is exchanged.
     std::mutex ordersMutex_;
     Orders orders_;
     std::thread thread_;

@@ -2,8 +2,6 @@
 
 #include "core/text.h"
 
-#include <algorithm>
-
 namespace tolvo {
 
 namespace {
@@ -40,12 +38,11 @@ void ResponseCollector::addHeader(std::string_view line) {
 }
 
 bool ResponseCollector::addBody(std::string_view bytes) {
-    if (mode_ == ResponseBody::Keep) {
-        const std::size_t room = keptBodyLimit_ - response_.body.size();
-        isBodyFull_ = bytes.size() > room;
-        bytes = bytes.substr(0, std::min(bytes.size(), room));
+    const std::size_t room = bodyLimit_ - static_cast<std::size_t>(response_.receivedBodyBytes);
+    isBodyFull_ = bytes.size() > room;
+    bytes = bytes.substr(0, room);
+    if (mode_ == ResponseBody::Keep)
         response_.body.append(bytes);
-    }
     response_.receivedBodyBytes += static_cast<std::int64_t>(bytes.size());
     return !isBodyFull_;
 }

@@ -11,11 +11,11 @@ namespace tolvo {
 /// refuses.
 class ResponseCollector {
 public:
-    ResponseCollector(ResponseBody mode, std::size_t keptBodyLimit) : mode_(mode), keptBodyLimit_(keptBodyLimit) {}
+    ResponseCollector(ResponseBody mode, std::size_t bodyLimit) : mode_(mode), bodyLimit_(bodyLimit) {}
 
     /// One line of a head or of a trailer, with its line end. False when there were too many.
     [[nodiscard]] bool addHeaderLine(std::string_view line);
-    /// False when the kept body is full.
+    /// False when the body has grown beyond its limit.
     [[nodiscard]] bool addBody(std::string_view bytes);
 
     bool hasTooManyHeaders() const { return hasTooManyHeaders_; }
@@ -30,7 +30,7 @@ private:
     void addHeader(std::string_view line);
 
     ResponseBody mode_;
-    std::size_t keptBodyLimit_;
+    std::size_t bodyLimit_;
     HTTPResponse response_;
     std::int64_t headerBytes_ = 0;
     std::int64_t headerLines_ = 0;

@@ -17,7 +17,7 @@ namespace tolvo {
 
 enum class HTTPMethod { Get, Post };
 
-/// Keep gives the body, up to the request's limit; Count only counts its bytes.
+/// Keep gives the body; Count only counts its bytes.
 enum class ResponseBody { Keep, Count };
 
 /// Shared takes any connection, also beside other requests. Own takes one that no other request uses at that moment,
@@ -39,9 +39,11 @@ struct URLRequest {
     std::optional<double> totalTimeout{};
     /// Sent as it is; many requests may share it.
     std::shared_ptr<const std::string> body{};
+    /// Bytes to send, the body being repeated as often as that takes; without it, the body once.
+    std::optional<std::int64_t> bodyLength{};
     ResponseBody responseBody = ResponseBody::Keep;
-    /// Bytes of a kept body, after which the transfer is ended and what came is the body.
-    std::size_t keptBodyLimit = 1 << 20;
+    /// Bytes of the answer's body, kept or counted, beyond which the transfer is ended and what came is the body.
+    std::size_t bodyLimit = 1 << 20;
     ConnectionUse connectionUse = ConnectionUse::Shared;
 };
 

@@ -1,5 +1,5 @@
-// Looks for a captive portal over the real network and prints one line a check:
-//   portal_probe [CHECKS [SECONDS-BETWEEN]]
+// Looks for a captive portal over the real network, again and again, and prints verdict, time and CPU of each check:
+//   portal_bench [CHECKS [SECONDS-BETWEEN]]
 // Meant for a lab, where the default probe hosts are answered by a server of ours.
 #include "core/async/sleep.h"
 #include "core/async/task_scope.h"
@@ -21,8 +21,12 @@ double cpuMilliseconds() {
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-const char* verdict(const CaptivePortalDetectionMeasurement& measurement) {
-    return measurement.didSucceed ? rawValue(measurement.reason).data() : "failed";
+void print(const CaptivePortalDetectionMeasurement& measurement, Seconds elapsed, double cpu) {
+    std::printf("%s portal=%s probe=%s seconds=%.3f cpu_ms=%.2f\n",
+                measurement.didSucceed ? rawValue(measurement.reason).data() : "failed",
+                measurement.portalURL ? measurement.portalURL->text().c_str() : "-",
+                measurement.probeURL ? measurement.probeURL->text().c_str() : "-", elapsed.count(), cpu);
+    std::fflush(stdout);
 }
 
 Task<void> checkRepeatedly(PollLoop& loop, CaptivePortalChecking& checker, int count, double interval) {
@@ -30,11 +34,7 @@ Task<void> checkRepeatedly(PollLoop& loop, CaptivePortalChecking& checker, int c
         const MonotonicTime start = loop.now();
         const double cpuBefore = cpuMilliseconds();
         const auto measurement = co_await checker.check(3.5);
-        std::printf("%s portal=%s probe=%s seconds=%.3f cpu_ms=%.2f\n", verdict(measurement),
-                    measurement.portalURL ? measurement.portalURL->text().c_str() : "-",
-                    measurement.probeURL ? measurement.probeURL->text().c_str() : "-",
-                    Seconds(loop.now() - start).count(), cpuMilliseconds() - cpuBefore);
-        std::fflush(stdout);
+        print(measurement, loop.now() - start, cpuMilliseconds() - cpuBefore);
         co_await sleepFor(Seconds(interval));
     }
     loop.quit();
@@ -46,7 +46,7 @@ Task<void> checkRepeatedly(PollLoop& loop, CaptivePortalChecking& checker, int c
 int main(int argc, char** argv) {
     using namespace tolvo;
     PollLoop loop;
-    CurlURLSession session(loop, {"Tolvo/lab", CertificateStore::ofSystem()});
+    CurlURLSession session(loop, {"Tolvo/bench", CertificateStore::ofSystem()});
     URLSessionCaptivePortalProbeFetcher fetcher(session);
     URLSessionCaptivePortalChecker checker(fetcher);
     TaskScope tasks(loop);

@@ -31,7 +31,7 @@ private:
 
     void append(double value) {
         if (!std::isfinite(value)) {
-            error = JSONEncodingError{"Unable to encode a number that is not finite."};
+            error = JSONEncodingError{"Unable to encode a number that is not finite.", path_, {}};
             return;
         }
         std::array<char, 32> buffer{};
@@ -40,8 +40,6 @@ private:
     }
 
     void append(const std::string& value) {
-        if (!isValidUTF8(value))
-            error = JSONEncodingError{"Unable to convert diagnostics JSON data to UTF-8 string."};
         text += '"';
         for (const char c : value)
             appendEscaped(c);
@@ -69,7 +67,9 @@ private:
         appendItems('{', object, '}', [this](const auto& member) {
             append(member.first);
             text += isPretty_ ? " : " : ":";
+            path_.push_back(member.first);
             write(member.second);
+            path_.pop_back();
         });
     }
 
@@ -97,6 +97,7 @@ private:
 
     bool isPretty_;
     std::size_t depth_ = 0;
+    std::vector<std::string> path_;
 };
 
 std::string padded(unsigned value, std::size_t width) {
@@ -126,6 +127,9 @@ std::expected<std::string, JSONEncodingError> encodeJSON(const JSONValue& value,
     encoder.write(value);
     if (encoder.error)
         return std::unexpected(*std::move(encoder.error));
+    if (!isValidUTF8(encoder.text))
+        return std::unexpected(
+            JSONEncodingError{"Unable to convert diagnostics JSON data to UTF-8 string.", {}, std::move(encoder.text)});
     return std::move(encoder.text);
 }
 

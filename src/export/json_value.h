@@ -54,6 +54,10 @@ enum class JSONLayout { Pretty, OneLine };
 
 struct JSONEncodingError {
     std::string message;
+    /// The keys that lead to a number that is not finite.
+    std::vector<std::string> codingPath;
+    /// The encoded document, when that is what can't be used.
+    std::string bytes;
 
     bool operator==(const JSONEncodingError&) const = default;
 };

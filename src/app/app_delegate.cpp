@@ -37,6 +37,12 @@ Monitoring& AppDelegate::monitoring() {
     return *monitoring_;
 }
 
+OnDemandTests& AppDelegate::onDemandTests() {
+    if (!onDemandTests_)
+        onDemandTests_.emplace(system_, monitoring());
+    return *onDemandTests_;
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
     if (isRunByTests())
         return;

@@ -2,6 +2,7 @@
 
 #include "app/front_end.h"
 #include "app/monitoring.h"
+#include "app/on_demand_tests.h"
 #include "app/system_services.h"
 #include "core/nw_path_network_change_observer.h"
 #include "core/user_defaults_app_settings_store.h"
@@ -34,8 +35,9 @@ public:
     SystemServices& system() { return system_; }
     AppSettingsStoring& appSettingsStore() { return appSettingsStore_; }
     LocationPermissionController& locationPermissionController() { return locationPermissionController_; }
-    /// Built at its first use.
+    // Built at their first use.
     Monitoring& monitoring();
+    OnDemandTests& onDemandTests();
 
 private:
     void bindLastSSID();
@@ -50,6 +52,7 @@ private:
     NWPathNetworkChangeObserver networkChangeObserver_;
     WorkspaceSleepWakeObserver sleepWakeObserver_;
     std::optional<Monitoring> monitoring_;
+    std::optional<OnDemandTests> onDemandTests_;
     FrontEndFactory makeFrontEnd_;
     std::unique_ptr<FrontEnd> frontEnd_;
     bool hasStartedControllers_ = false;

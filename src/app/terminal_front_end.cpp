@@ -14,7 +14,31 @@ TerminalGlyphs glyphsOfLocale() {
     return isUTF8Locale() ? TerminalGlyphs::Unicode : TerminalGlyphs::ASCII;
 }
 
+SpeedTestPage::Actions speedTestActions(OnDemandTests& tests) {
+    return {[&tests] { tests.speedTestMonitor.startTest(); }, [&tests] { tests.speedTestMonitor.cancelTest(); }};
+}
+
+WiFiRadarPage::Actions radarActions(OnDemandTests& tests) {
+    return {[&tests] {
+                tests.radarMonitor.start();
+                tests.nearbyNetworksController.start();
+            },
+            [&tests] {
+                tests.radarMonitor.stop();
+                tests.nearbyNetworksController.stop();
+            }};
+}
+
+std::string speedTestNotice() {
+    const auto url = speedTestURL();
+    return "It transfers 32 MB down and 12 MB up with " + (url ? url->host() : "no server: its URL is none") + ".";
+}
+
 } // namespace
+
+Task<std::optional<std::filesystem::path>> CurrentFolderSaveDialog::runSaveDialog(SaveDialogRequest request) {
+    co_return std::filesystem::current_path() / request.fileName;
+}
 
 DashboardSources dashboardSources(Monitoring& monitoring) {
     return {.isMonitoringEnabled = monitoring.lifecycleController.isMonitoringEnabled,
@@ -45,7 +69,19 @@ TerminalScreenFrontEnd::TerminalScreenFrontEnd(AppDelegate& delegate, TextTermin
                    {[this](bool isEnabled) { lifecycle_.setMonitoringEnabled(isEnabled); },
                     [this](bool isFriendly) { lifecycle_.setBatteryFriendly(isFriendly); }},
                    glyphsOfLocale(), localeNumberFormat(), delegate.system().isAirSimulated),
-      controller_(delegate.system().loop, terminal, monitorPage_, {}, std::move(onQuit)) {}
+      speedTestPage_(delegate.onDemandTests().speedTestSources(), speedTestActions(delegate.onDemandTests()),
+                     speedTestNotice(), glyphsOfLocale(), localeNumberFormat(), localeShortTime),
+      channelScanPage_(delegate.onDemandTests().channelScanSources(),
+                       delegate.onDemandTests().channelScanMonitor.lastErrorMessage,
+                       {[&scan = delegate.onDemandTests().channelScanMonitor] { scan.toggleScan(); }}, glyphsOfLocale(),
+                       localeNumberFormat()),
+      radarPage_(delegate.onDemandTests().wifiRadarSources(), radarActions(delegate.onDemandTests()), glyphsOfLocale()),
+      exportController_(delegate.system().loop, delegate.onDemandTests().diagnosticsCollection, clipboard_, saveDialog_,
+                        fileWriter_, localeDateTime),
+      reportPage_(exportController_, delegate.onDemandTests().diagnosticsCollection, glyphsOfLocale()),
+      controller_(delegate.system().loop, terminal, monitorPage_,
+                  {{"s", &speedTestPage_}, {"c", &channelScanPage_}, {"r", &radarPage_}, {"e", &reportPage_}},
+                  std::move(onQuit)) {}
 
 void TerminalScreenFrontEnd::install() {
     controller_.enterScreen();

@@ -2,9 +2,16 @@
 
 #include "app/app_delegate.h"
 #include "app/front_end.h"
+#include "platform/linux/atomic_file_writer.h"
+#include "platform/services/save_dialog.h"
 #include "platform/services/text_terminal.h"
+#include "presentation/diagnostics_export/diagnostics_export_controller.h"
+#include "presentation/terminal/channel_scan_page.h"
 #include "presentation/terminal/monitor_page.h"
+#include "presentation/terminal/report_page.h"
+#include "presentation/terminal/speed_test_page.h"
 #include "presentation/terminal/terminal_controller.h"
+#include "presentation/terminal/wifi_radar_page.h"
 
 #include <functional>
 
@@ -12,6 +19,20 @@ namespace tolvo {
 
 /// The published values of the program's monitors as the dashboard takes them.
 DashboardSources dashboardSources(Monitoring& monitoring);
+
+/// Where a terminal program saves: in the folder that it was started in.
+class CurrentFolderSaveDialog final : public SaveDialog {
+public:
+    CurrentFolderSaveDialog() = default;
+    Task<std::optional<std::filesystem::path>> runSaveDialog(SaveDialogRequest request) override;
+};
+
+/// A terminal has no clipboard of ours.
+class NoClipboard final : public Clipboard {
+public:
+    NoClipboard() = default;
+    bool setText(const std::string&) override { return false; }
+};
 
 /// The terminal's screen with its pages.
 class TerminalScreenFrontEnd final : public FrontEnd {
@@ -29,6 +50,14 @@ public:
 private:
     MonitoringLifecycleController& lifecycle_;
     MonitorPage monitorPage_;
+    SpeedTestPage speedTestPage_;
+    ChannelScanPage channelScanPage_;
+    WiFiRadarPage radarPage_;
+    NoClipboard clipboard_;
+    CurrentFolderSaveDialog saveDialog_;
+    AtomicFileWriter fileWriter_;
+    DiagnosticsExportController exportController_;
+    ReportPage reportPage_;
     TerminalController controller_;
 };
 

@@ -13,5 +13,7 @@ NumberFormat localeNumberFormat();
 bool isUTF8Locale();
 /// Hours and minutes, in the user's time zone.
 std::string localeShortTime(WallTime time);
+/// Date and time of day, in the user's time zone.
+std::string localeDateTime(WallTime time);
 
 } // namespace tolvo

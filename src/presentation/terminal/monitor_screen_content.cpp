@@ -74,11 +74,14 @@ Lines serviceGroup(const DashboardContent& content, const DashboardSources& sour
             connectionLine(sources, columns)};
 }
 
-TerminalLine keyLine(const DashboardSources& sources, const MonitorScreenExtras& extras, std::size_t columns) {
+std::string keys(const DashboardSources& sources, const MonitorScreenExtras& extras, std::size_t columns) {
     const std::string monitoring = sources.isMonitoringEnabled.value() ? "on" : "off";
     const std::string battery = extras.isBatteryFriendly ? "on" : "off";
-    return clippedLine(
-        {{" m monitoring " + monitoring + "  b battery-friendly " + battery + "  q quit", Tone::Secondary}}, columns);
+    std::string text = "m monitoring " + monitoring + "  b battery-friendly " + battery +
+                       "  s speed  c channels  r radar  e report  q quit";
+    if (columnCount(text) < columns)
+        return text;
+    return "m mon " + monitoring + "  b bat " + battery + "  s speed c scan r radar e report q quit";
 }
 
 /// One blank line between groups, as long as all lines fit with them.
@@ -112,9 +115,7 @@ Lines monitorScreen(const DashboardSources& sources, const MonitorScreenExtras& 
         joinGroups({std::move(top), networkGroup(content, sources, columns, glyphs),
                     latencyGroup(content, sources, columns, glyphs), serviceGroup(content, sources, columns, glyphs)},
                    rows);
-    lines.resize(rows);
-    lines.push_back(keyLine(sources, extras, columns));
-    return lines;
+    return withKeyLine(std::move(lines), keys(sources, extras, columns), size);
 }
 
 } // namespace tolvo

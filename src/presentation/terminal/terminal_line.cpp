@@ -50,6 +50,35 @@ TerminalLine trendLine(const MetricTrendRow& row, std::size_t columns, TerminalG
                        columns);
 }
 
+std::string barText(double share, std::size_t columns, TerminalGlyphs glyphs) {
+    const double filled = std::round(std::clamp(share, 0.0, 1.0) * static_cast<double>(columns));
+    std::string text;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(filled); ++i)
+        text += glyphs == TerminalGlyphs::Unicode ? "█" : "#";
+    return text;
+}
+
+TerminalLine progressLine(double share, const std::string& label, std::size_t columns, TerminalGlyphs glyphs,
+                          Tone tone) {
+    const std::size_t besides = columnCount(label) + 4;
+    const std::size_t width = columns > besides ? columns - besides : 0;
+    return clippedLine({{" "}, {paddedToColumns(barText(share, width, glyphs), width), tone}, {"  " + label}}, columns);
+}
+
+std::string checkMark(bool isDone, TerminalGlyphs glyphs) {
+    if (glyphs == TerminalGlyphs::ASCII)
+        return isDone ? " [x] " : " [ ] ";
+    return isDone ? " ✓ " : " · ";
+}
+
+std::vector<TerminalLine> withKeyLine(std::vector<TerminalLine> lines, const std::string& keys, TerminalSize size) {
+    if (size.rows == 0)
+        return {};
+    lines.resize(size.rows - 1);
+    lines.push_back(clippedLine({{" " + keys, Tone::Secondary}}, size.columns));
+    return lines;
+}
+
 TerminalLine clippedLine(TerminalLine line, std::size_t columns) {
     std::size_t used = 0;
     for (TerminalSpan& span : line) {

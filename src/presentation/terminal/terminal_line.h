@@ -34,6 +34,19 @@ TerminalLine titleAndValueLine(const MetricRow& row, std::size_t columns, Tone v
 /// Title, value, and the newest samples as a row of bars, as many as fit.
 TerminalLine trendLine(const MetricTrendRow& row, std::size_t columns, TerminalGlyphs glyphs);
 
+/// A bar for a share from 0 to 1, of at most this many columns.
+std::string barText(double share, std::size_t columns, TerminalGlyphs glyphs);
+
+/// A bar across the line with a word behind it.
+TerminalLine progressLine(double share, const std::string& label, std::size_t columns, TerminalGlyphs glyphs,
+                          Tone tone = Tone::Blue);
+
+/// What stands before an item that is done, or isn't yet.
+std::string checkMark(bool isDone, TerminalGlyphs glyphs);
+
+/// The lines as a page of exactly size.rows: cut or filled, with the keys in its last line.
+std::vector<TerminalLine> withKeyLine(std::vector<TerminalLine> lines, const std::string& keys, TerminalSize size);
+
 /// The line cut at the right edge, whatever its pieces are.
 TerminalLine clippedLine(TerminalLine line, std::size_t columns);
 

@@ -1,0 +1,75 @@
+#include "presentation/terminal/speed_test_page.h"
+
+#include <iterator>
+#include <utility>
+
+namespace tolvo {
+
+namespace {
+
+using Lines = std::vector<TerminalLine>;
+
+void appendProgress(Lines& lines, const SpeedTestContent& content, std::size_t columns, TerminalGlyphs glyphs) {
+    lines.push_back(progressLine(content.progress, content.progressPercent, columns, glyphs));
+    lines.push_back(clippedLine({{" " + content.statusLine, Tone::Secondary}}, columns));
+    lines.emplace_back();
+}
+
+void appendResults(Lines& lines, const SpeedTestContent& content, std::size_t columns) {
+    for (const SpeedTestMetricTile& tile : content.throughput)
+        lines.push_back(titleAndValueLine({tile.title, tile.value}, columns, tile.valueColor));
+    lines.emplace_back();
+    for (const SpeedTestMetricTile& tile : content.latency)
+        lines.push_back(titleAndValueLine({tile.title, tile.value}, columns));
+    lines.emplace_back();
+    for (const SpeedTestGradeTile& tile : content.grades) {
+        TerminalLine line = titleAndValueLine({tile.title + " grade", tile.grade}, columns, tile.gradeColor);
+        line.push_back({"  " + tile.ratio, Tone::Secondary});
+        lines.push_back(clippedLine(std::move(line), columns));
+    }
+    for (const SpeedTestInsightRow& row : content.insights)
+        lines.push_back(clippedLine({{" " + row.text, row.indicatorColor}}, columns));
+}
+
+} // namespace
+
+SpeedTestPage::SpeedTestPage(SpeedTestSources sources, Actions actions, std::string notice, TerminalGlyphs glyphs,
+                             NumberFormat format, ShortTimeFormat shortTime)
+    : sources_(sources),
+      actions_(std::move(actions)),
+      notice_(std::move(notice)),
+      glyphs_(glyphs),
+      format_(std::move(format)),
+      shortTime_(std::move(shortTime)),
+      subscriptions_(subscribeToAll(sources_, [this] { changed(); })) {}
+
+Lines SpeedTestPage::lines(TerminalSize size) const {
+    const SpeedTestContent content = speedTestContent(sources_, format_, shortTime_);
+    TerminalLine header{{" Speed Test", Tone::Primary, true}};
+    if (content.statusBadge)
+        header.push_back({"  " + content.statusBadge->text, content.statusBadge->tone, true});
+    Lines lines{clippedLine(std::move(header), size.columns), {}};
+    if (content.isEmpty) {
+        std::ranges::move(wrappedLines("Run a test to measure download, upload, and latency under load.", Tone::Primary,
+                                       size.columns),
+                          std::back_inserter(lines));
+        std::ranges::move(wrappedLines(notice_, Tone::Secondary, size.columns), std::back_inserter(lines));
+    } else {
+        if (content.isRunning)
+            appendProgress(lines, content, size.columns, glyphs_);
+        appendResults(lines, content, size.columns);
+        lines.push_back(clippedLine({{" " + content.lastTestedLine, Tone::Secondary}}, size.columns));
+    }
+    return withKeyLine(std::move(lines), "Enter " + content.buttonLabel + "  Esc back", size);
+}
+
+void SpeedTestPage::handleKey(const std::string& key) {
+    if (key != "enter" && key != "s")
+        return;
+    if (sources_.isRunning.value())
+        actions_.cancel();
+    else
+        actions_.start();
+}
+
+} // namespace tolvo

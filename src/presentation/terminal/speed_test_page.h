@@ -1,0 +1,34 @@
+#pragma once
+
+#include "presentation/speed_test/speed_test_content.h"
+#include "presentation/terminal/terminal_page.h"
+
+namespace tolvo {
+
+/// The speed test: what it will transfer, its progress, and what it found. Enter starts or cancels it; it goes on when
+/// the page is left.
+class SpeedTestPage final : public TerminalPage {
+public:
+    struct Actions {
+        std::function<void()> start;
+        std::function<void()> cancel;
+    };
+
+    /// The notice says, before the first run, what will be moved and with whom.
+    SpeedTestPage(SpeedTestSources sources, Actions actions, std::string notice, TerminalGlyphs glyphs,
+                  NumberFormat format, ShortTimeFormat shortTime);
+
+    std::vector<TerminalLine> lines(TerminalSize size) const override;
+    void handleKey(const std::string& key) override;
+
+private:
+    SpeedTestSources sources_;
+    Actions actions_;
+    std::string notice_;
+    TerminalGlyphs glyphs_;
+    NumberFormat format_;
+    ShortTimeFormat shortTime_;
+    std::vector<Subscription> subscriptions_;
+};
+
+} // namespace tolvo

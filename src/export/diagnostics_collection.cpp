@@ -12,6 +12,8 @@ namespace tolvo {
 namespace {
 
 constexpr double stagePauseSeconds = 0.18;
+/// What these stand for is known already; a pause lets a person see them.
+constexpr std::array shownStages{CollectionStage::Metrics, CollectionStage::WiFi, CollectionStage::Latency};
 constexpr double testPollSeconds = 0.2;
 constexpr double channelScanDeadlineSeconds = 24;
 constexpr double speedTestDeadlineSeconds = 95;
@@ -34,13 +36,16 @@ void DiagnosticsCollection::collect() {
     collectedReport.set(std::nullopt);
     collectedReportJSONString.set(std::nullopt);
     completedStages.set({});
+    begin(CollectionStage::Metrics);
     tasks_.start(run());
 }
 
 Task<void> DiagnosticsCollection::run() {
-    co_await showStage(CollectionStage::Metrics);
-    co_await showStage(CollectionStage::WiFi);
-    co_await showStage(CollectionStage::Latency);
+    for (const auto stage : shownStages) {
+        begin(stage);
+        co_await pause(stagePauseSeconds);
+        complete(stage);
+    }
 
     begin(CollectionStage::Channel);
     Message channelScanMessage =
@@ -58,13 +63,6 @@ Task<void> DiagnosticsCollection::run() {
     collectionProgress.set(1);
     collectionMessage.set("Report ready.");
     isCollectingReport.set(false);
-}
-
-// What these stages stand for is known already; the pause lets a person see it.
-Task<void> DiagnosticsCollection::showStage(CollectionStage stage) {
-    begin(stage);
-    co_await pause(stagePauseSeconds);
-    complete(stage);
 }
 
 Task<DiagnosticsCollection::Message> DiagnosticsCollection::waitFor(const OnDemandTest& test, double deadlineSeconds,

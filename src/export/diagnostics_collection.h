@@ -40,7 +40,6 @@ private:
     using Message = std::optional<std::string>;
 
     Task<void> run();
-    Task<void> showStage(CollectionStage stage);
     /// Gives the message of a test that had to be broken off.
     Task<Message> waitFor(const OnDemandTest& test, double deadlineSeconds, std::string timeoutMessage);
     void buildReport(Message channelScanMessage, Message speedTestMessage);

@@ -108,6 +108,7 @@ TEST_F(DiagnosticsCollectionTest, ActionsSayWhatBecameOfThem) {
     EXPECT_EQ(controller.actionMessage.value(), (InlineMessageRow{"Unable to copy diagnostics report.", Tone::Red}));
     controller.collect();
     EXPECT_EQ(collection.collectedReportJSONString.value(), std::nullopt) << "the old report is gone at once";
+    EXPECT_EQ(controller.content().progress->message, "Collecting metrics...");
 }
 
 TEST_F(DiagnosticsCollectionTest, FileNameHasTheLocalTime) {

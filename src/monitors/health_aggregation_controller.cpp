@@ -46,8 +46,8 @@ void HealthAggregationController::rebuildSnapshot() {
     latestDiagnosticsSnapshot.set(DiagnosticsSnapshot{
         .timestamp = dateProvider_(),
         .wifiSnapshot = std::move(readings.wifiSnapshot),
-        .routerPingResult = std::move(readings.routerPingResult),
-        .internetPingResult = std::move(readings.internetPingResult),
+        .routerPingResult = readings.routerPingResult,
+        .internetPingResult = readings.internetPingResult,
         .dnsResult = std::move(readings.dnsResult),
         .healthState = state,
     });

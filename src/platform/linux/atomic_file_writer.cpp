@@ -120,7 +120,7 @@ bool writeFile(const fs::path& path, std::string_view bytes) {
 
 Task<bool> AtomicFileWriter::writeAtomically(std::filesystem::path path, std::string bytes) {
     co_return co_await offMain(
-        [path = std::move(path), bytes = std::move(bytes)](std::stop_token) { return writeFile(path, bytes); });
+        [path = std::move(path), bytes = std::move(bytes)](const std::stop_token&) { return writeFile(path, bytes); });
 }
 
 } // namespace tolvo

@@ -95,7 +95,6 @@ TEST_F(ReportSchemaTest, BrokenReportsAreNot) {
     add(replaced(text, "\"schemaVersion\" : 2", "\"schemaVersion\" : 3"));
     add(replaced(text, "\"status\" : \"available\"", "\"status\" : \"unavailable\""));
     add(replaced(text, "\"rssiDbm\" : -50", "\"rssiDbm\" : null"));
-    add(replaced(text, "09:30:05Z", "09:30:05.9Z"));
     add(replaced(text, "\"phase\" : \"completed\",", ""));
     EXPECT_EQ(validate(), 1);
 }

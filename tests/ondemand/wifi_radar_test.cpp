@@ -47,10 +47,8 @@ TEST(WiFiRadarMonitor, HistoryOfHalfAMinute) {
     loop.advance(30);
     EXPECT_EQ(monitor.history.value().size(), 120U);
     EXPECT_EQ(monitor.history.value().front().timestamp, WallTime(std::chrono::milliseconds(250)));
-    monitor.stop();
-    monitor.start();
     interface.current.reset();
-    loop.runUntilIdle();
+    loop.advance(0.25);
     EXPECT_TRUE(monitor.history.value().empty() && !monitor.latestSnapshot.value() && !monitor.isConnected.value());
 }
 

@@ -1,4 +1,4 @@
-// Prints what the Wi-Fi client reads, for the test bed to compare: wifi_probe link | scan | speed | watch SECONDS
+// Prints what the Wi-Fi client reads, for the bed to compare: wifi_probe link | scan | speed | watch SECONDS
 #include "core/async/task_scope.h"
 #include "platform/linux/network_manager_scan_requester.h"
 #include "platform/linux/nl80211/nl80211_connection.h"
@@ -6,89 +6,77 @@
 #include "platform/linux/poll_loop.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <string_view>
+#include <iostream>
 #include <string>
 #include <thread>
-#include <tuple>
 #include <vector>
 
 namespace {
 
 using namespace tolvo;
+using Clock = std::chrono::steady_clock;
 
 std::string text(const std::optional<WiFiLink>& link) {
     if (!link || !link->channel)
         return link ? "unattached" : "none";
-    char line[200];
-    std::snprintf(line, sizeof line, "%s %s %s rssi %lld noise %lld rate %.1f channel %lld band %d",
-                  link->interfaceName->c_str(), link->bssid->c_str(), link->ssid.value_or("-").c_str(),
-                  static_cast<long long>(link->rssiValue), static_cast<long long>(link->noiseMeasurement),
-                  link->transmitRate, static_cast<long long>(link->channel->channelNumber),
-                  static_cast<int>(link->channel->channelBand));
-    return line;
+    return *link->bssid + " " + link->ssid.value_or("-") + " " + std::to_string(link->channel->channelNumber);
 }
 
-Task<void> printScan(WiFiClient& client, PollLoop& loop, int& status) {
-    const auto found = co_await client.scan();
-    for (const WiFiNetwork& network : found.value_or(std::vector<WiFiNetwork>())) {
-        std::printf("%s %s rssi %lld channel %lld\n", network.bssid->c_str(), network.ssid.value_or("-").c_str(),
-                    static_cast<long long>(network.rssiValue), static_cast<long long>(network.channel->channelNumber));
+void printLink(const std::optional<WiFiLink>& link) {
+    std::cout << text(link);
+    if (link && link->channel) {
+        std::cout << " " << *link->interfaceName << " band " << static_cast<int>(link->channel->channelBand) << " rssi "
+                  << link->rssiValue << " noise " << link->noiseMeasurement << " rate " << link->transmitRate;
     }
+    std::cout << "\n";
+}
+
+Task<void> printScan(WiFiClient& client, PollLoop& loop) {
+    const auto found = co_await client.scan();
+    for (const WiFiNetwork& network : found ? *found : std::vector<WiFiNetwork>())
+        std::cout << *network.bssid << " " << network.ssid.value_or("-") << " " << network.channel->channelNumber
+                  << "\n";
     if (!found)
-        std::printf("failed: %s\n", found.error().description.c_str());
-    status = found ? 0 : 1;
+        std::cout << found.error().description << "\n";
     loop.quit();
 }
 
-void printSpeed(WiFiClient& client) {
-    std::vector<double> microseconds;
-    for (int i = 0; i < 1000; ++i) {
-        const auto begin = std::chrono::steady_clock::now();
-        std::ignore = client.currentLink();
-        microseconds.push_back(
-            std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count());
+void printMedianMicroseconds(WiFiClient& client) {
+    std::vector<Clock::duration> durations(1001);
+    for (auto& duration : durations) {
+        const auto begin = Clock::now();
+        printLink(client.currentLink());
+        duration = Clock::now() - begin;
     }
-    std::ranges::sort(microseconds);
-    std::printf("median %.0f us, 99th percentile %.0f us\n", microseconds[500], microseconds[990]);
+    std::ranges::sort(durations);
+    std::cerr << std::chrono::duration_cast<std::chrono::microseconds>(durations[500]).count() << "\n";
 }
 
 /// Each change of access point and channel, read as fast as it goes.
-void watch(WiFiClient& client, double seconds) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+void watch(WiFiClient& client, std::chrono::seconds duration) {
     std::string last;
-    while (std::chrono::steady_clock::now() < end) {
-        const auto link = client.currentLink();
-        const std::string now =
-            link && link->channel ? *link->bssid + " " + std::to_string(link->channel->channelNumber) : text(link);
-        if (std::exchange(last, now) != now) {
-            std::printf("%s\n", now.c_str());
-            std::fflush(stdout);
-        }
+    for (const auto end = Clock::now() + duration; Clock::now() < end;) {
+        if (const std::string now = text(client.currentLink()); std::exchange(last, now) != now)
+            std::cout << now << std::endl;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
 }
 
 } // namespace
 
-int main(int argumentCount, char** arguments) {
-    const std::string_view command = argumentCount > 1 ? arguments[1] : "link";
+int main(int count, char** arguments) {
+    const std::string command = count > 1 ? arguments[1] : "link";
     PollLoop loop;
     Nl80211Connection kernel(loop);
     NetworkManagerScanRequester requester;
     Nl80211WiFiClient client(loop, kernel, requester);
-    int status = 0;
+    TaskScope tasks(loop);
     if (command == "link")
-        std::printf("%s\n", text(client.currentLink()).c_str());
-    if (command == "speed")
-        printSpeed(client);
-    if (command == "watch")
-        watch(client, argumentCount > 2 ? std::atof(arguments[2]) : 1);
-    if (command == "scan") {
-        TaskScope tasks(loop);
-        tasks.start(printScan(client, loop, status));
+        printLink(client.currentLink());
+    else if (command == "speed")
+        printMedianMicroseconds(client);
+    else if (command == "watch" && count > 2)
+        watch(client, std::chrono::seconds(std::stoi(arguments[2])));
+    else if (tasks.start(printScan(client, loop)); command == "scan")
         loop.run();
-    }
-    return status;
 }

@@ -46,6 +46,7 @@ Task<SpeedTestOutcome> CloudflareSpeedTestRunner::measureDownload(SpeedTestConfi
         co_return std::unexpected(SpeedTestRunnerError::InvalidRequest);
     const MonotonicTime start = loop_.now();
     std::vector<Task<ChunkOutcome>> chunks;
+    chunks.reserve(static_cast<std::size_t>(configuration.downloadChunks));
     for (std::int64_t i = 0; i < configuration.downloadChunks; ++i)
         chunks.push_back(downloadChunk(configuration));
     co_return co_await transfer(std::move(chunks), start, std::move(progress));
@@ -58,6 +59,7 @@ Task<SpeedTestOutcome> CloudflareSpeedTestRunner::measureUpload(SpeedTestConfigu
     const MonotonicTime start = loop_.now();
     const auto body = std::make_shared<const std::string>(uploadBlockBytes, uploadByte);
     std::vector<Task<ChunkOutcome>> chunks;
+    chunks.reserve(static_cast<std::size_t>(configuration.uploadChunks));
     for (std::int64_t i = 0; i < configuration.uploadChunks; ++i)
         chunks.push_back(uploadChunk(configuration, body));
     co_return co_await transfer(std::move(chunks), start, std::move(progress));

@@ -81,7 +81,7 @@ void CurlTransferThread::obey(Orders orders) {
     }
 }
 
-void CurlTransferThread::begin(TransferID id, URLRequest request) {
+void CurlTransferThread::begin(TransferID id, URLRequest&& request) {
     const auto [position, _] =
         transfers_.try_emplace(id, std::move(request), settings_, share_.get(), std::chrono::steady_clock::now());
     CURL* const handle = position->second.handle();

@@ -42,7 +42,7 @@ private:
     // On the transfer thread.
     void run();
     void obey(Orders orders);
-    void begin(TransferID id, URLRequest request);
+    void begin(TransferID id, URLRequest&& request);
     void endFinished();
     void endOverdue();
     void end(Transfers::iterator position, CURLcode code);

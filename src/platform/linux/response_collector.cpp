@@ -7,7 +7,7 @@ namespace tolvo {
 namespace {
 
 /// Over all heads of an exchange, interim ones included: far beyond what a server has reason to send.
-constexpr std::int64_t headerByteLimit = 256 * 1024;
+constexpr std::int64_t headerByteLimit = 262'144;
 constexpr std::int64_t headerLineLimit = 1000;
 
 } // namespace

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <utility>
@@ -24,7 +23,7 @@ public:
         for (std::size_t filled = 0; filled < count;) {
             const auto offset = static_cast<std::size_t>(position_) % block_->size();
             const std::size_t size = std::min(count - filled, block_->size() - offset);
-            std::memcpy(target + filled, block_->data() + offset, size);
+            block_->copy(target + filled, size, offset);
             filled += size;
             position_ += static_cast<std::int64_t>(size);
         }

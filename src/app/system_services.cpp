@@ -13,7 +13,7 @@ SystemServices::SystemServices(MainLoop& mainLoop)
       workspace(processService),
       pathMonitor(loop),
       sleepNotifications(loop),
-      urlSession(loop, {.userAgent = "Tolvo/" TOLVO_VERSION}),
+      urlSession(loop, {.userAgent = "Tolvo/" TOLVO_VERSION, .certificates = CertificateStore::ofSystem()}),
       isAirSimulated(isSimulatedAirAskedFor()),
       wifiClient(makeWiFiClient(loop)) {}
 

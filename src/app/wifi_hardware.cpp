@@ -16,7 +16,8 @@ constexpr std::uint64_t simulatedAirSeed = 1;
 /// The client with what it stands on.
 class WiFiHardware final : public WiFiClient {
 public:
-    explicit WiFiHardware(MainLoop& loop) : kernel_(loop), client_(loop, kernel_, scanRequester_) {}
+    explicit WiFiHardware(MainLoop& loop)
+        : kernel_(loop), scanRequester_(loop), client_(loop, kernel_, scanRequester_) {}
 
     std::optional<WiFiLink> currentLink() override { return client_.currentLink(); }
     Task<ScanOutcome> scan() override { return client_.scan(); }

@@ -6,7 +6,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <systemd/sd-bus.h>
 
 #include <optional>
 
@@ -18,18 +17,11 @@ constexpr const char* manager = "org.freedesktop.login1.Manager";
 
 /// Answers what the notifier asks, and knows whether an inhibitor is held: its end of the pipe hangs up when not.
 struct FakeLogind {
-    FakeLogind(const std::string& address, bool isPreparing) : isPreparing(isPreparing) {
-        sd_bus_new(&bus);
-        sd_bus_set_address(bus, address.c_str());
-        sd_bus_set_bus_client(bus, 1);
-        sd_bus_start(bus);
-        sd_bus_add_object(bus, nullptr, path, answer, this);
-        EXPECT_GE(sd_bus_request_name(bus, "org.freedesktop.login1", 0), 0);
-    }
-    ~FakeLogind() { sd_bus_flush_close_unref(bus); }
+    FakeLogind(const std::string& address, bool isPreparing)
+        : isPreparing(isPreparing), service(address, "org.freedesktop.login1", path, answer, this) {}
 
-    void announce(bool nowPreparing) {
-        sd_bus_emit_signal(bus, path, manager, "PrepareForSleep", "b", int(nowPreparing));
+    void announce(bool nowPreparing) const {
+        sd_bus_emit_signal(service.bus(), path, manager, "PrepareForSleep", "b", int(nowPreparing));
     }
     bool isInhibited() const {
         pollfd descriptor{inhibitor.get(), 0, 0};
@@ -50,8 +42,8 @@ struct FakeLogind {
     }
 
     bool isPreparing;
-    sd_bus* bus = nullptr;
     UniqueDescriptor inhibitor;
+    BusService service;
 };
 
 struct LogindSleep : ::testing::Test {
@@ -67,8 +59,8 @@ struct LogindSleep : ::testing::Test {
     /// Lets both sides work until it is so, for five seconds at most.
     bool becomes(const std::function<bool()>& isSo) {
         for (int i = 0; i < 1000 && !isSo(); ++i) {
-            while (logind && sd_bus_process(logind->bus, nullptr) > 0) {
-            }
+            if (logind)
+                logind->service.process();
             const auto end = loop.after(Seconds(0.005), [this] { loop.quit(); });
             loop.run();
         }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <stdlib.h>
+#include <systemd/sd-bus.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -45,6 +47,32 @@ private:
     std::string pattern_ = "/tmp/tolvo-bus-XXXXXX";
     std::filesystem::path directory_ = ::mkdtemp(pattern_.data());
     int process_ = 0;
+};
+
+/// Owns a name on a bus, and has every call on its path answered when it is given the time.
+class BusService {
+public:
+    BusService(const std::string& address, const char* name, const char* path, sd_bus_message_handler_t answer,
+               void* self) {
+        sd_bus_new(&bus_);
+        sd_bus_set_address(bus_, address.c_str());
+        sd_bus_set_bus_client(bus_, 1);
+        sd_bus_start(bus_);
+        sd_bus_add_fallback(bus_, nullptr, path, answer, self);
+        EXPECT_GE(sd_bus_request_name(bus_, name, 0), 0);
+    }
+    BusService(const BusService&) = delete;
+    BusService& operator=(const BusService&) = delete;
+    ~BusService() { sd_bus_flush_close_unref(bus_); }
+
+    sd_bus* bus() const { return bus_; }
+    void process() const {
+        while (sd_bus_process(bus_, nullptr) > 0) {
+        }
+    }
+
+private:
+    sd_bus* bus_ = nullptr;
 };
 
 } // namespace tolvo::testing

@@ -63,8 +63,7 @@ void BusConnection::start() {
 
 void BusConnection::connect() {
     if (!open()) {
-        bus_.reset();
-        retryLater();
+        disconnect();
         return;
     }
     if (onConnecting)
@@ -141,7 +140,7 @@ BusConnection::OwnedSlot BusConnection::match(const std::string& rule, MessageHa
     return slot;
 }
 
-BusConnection::OwnedSlot BusConnection::call(const Method& method, std::initializer_list<const char*> arguments,
+BusConnection::OwnedSlot BusConnection::call(const Method& method, const ArgumentWriter& writeArguments,
                                              MessageHandler handler) {
     sd_bus_message* created = nullptr;
     if (!bus_ || sd_bus_message_new_method_call(bus_.get(), &created, method.destination, method.path, method.interface,
@@ -149,10 +148,8 @@ BusConnection::OwnedSlot BusConnection::call(const Method& method, std::initiali
         return nullptr;
     const std::unique_ptr<sd_bus_message, MessageDeleter> message(created);
     sd_bus_message_set_auto_start(created, 0);
-    for (const char* argument : arguments) {
-        if (sd_bus_message_append_basic(created, 's', argument) < 0)
-            return nullptr;
-    }
+    if (writeArguments(*created) < 0)
+        return nullptr;
     OwnedSlot slot(new Slot(std::move(handler)));
     if (sd_bus_call_async(bus_.get(), slot->place(), created, Slot::receive, slot.get(), 0) < 0)
         return nullptr;

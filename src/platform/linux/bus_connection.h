@@ -3,7 +3,6 @@
 #include "core/async/main_loop.h"
 
 #include <functional>
-#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -23,6 +22,8 @@ public:
         double longest = 60;
     };
     using MessageHandler = std::function<void(sd_bus_message& message)>;
+    /// Appends a call's arguments; gives what the last append gave.
+    using ArgumentWriter = std::function<int(sd_bus_message& call)>;
 
     /// A match or a call under way; when it goes, its handler isn't called any more. It goes in onDisconnected at the
     /// latest, and never from inside its own handler.
@@ -49,7 +50,7 @@ public:
 
     /// Called with each new connection, before it is signed in: what is asked for here goes out once it is.
     std::function<void()> onConnecting;
-    /// Called after the loss of a connection for which onConnecting was called; not by the destructor.
+    /// Called after each loss of a connection, and each time none could be made; not by the destructor.
     std::function<void()> onDisconnected;
 
     /// Connects from the next turn of the loop on.
@@ -58,8 +59,8 @@ public:
     // To be called from onConnecting or from handlers; nothing is sent, and nothing given, without a connection.
 
     OwnedSlot match(const std::string& rule, MessageHandler handler);
-    /// A call with text arguments, which starts no service. The reply may be an error message.
-    OwnedSlot call(const Method& method, std::initializer_list<const char*> arguments, MessageHandler handler);
+    /// A call that starts no service. The reply may be an error message, the bus's own "no reply" after 25 seconds too.
+    OwnedSlot call(const Method& method, const ArgumentWriter& writeArguments, MessageHandler handler);
 
 private:
     struct BusDeleter {

@@ -73,8 +73,11 @@ void LogindSleepNotifier::receiveOwnerChange(sd_bus_message& signal) {
 
 void LogindSleepNotifier::logindAppeared() {
     // Its signals were not heard until now, so it is asked where it stands.
-    stateCall_ = bus_.call(getProperty, {managerInterface, "PreparingForSleep"},
-                           [this](sd_bus_message& reply) { receivePreparingForSleep(reply); });
+    const auto writeProperty = [](sd_bus_message& call) {
+        return sd_bus_message_append(&call, "ss", managerInterface, "PreparingForSleep");
+    };
+    stateCall_ =
+        bus_.call(getProperty, writeProperty, [this](sd_bus_message& reply) { receivePreparingForSleep(reply); });
     takeInhibitor();
 }
 
@@ -97,8 +100,11 @@ void LogindSleepNotifier::receivePreparingForSleep(sd_bus_message& reply) {
 void LogindSleepNotifier::takeInhibitor() {
     if (inhibitor_)
         return;
-    inhibitCall_ = bus_.call(inhibit, {"sleep", "Tolvo", "Monitoring stops before the system sleeps", "delay"},
-                             [this](sd_bus_message& reply) { receiveInhibitor(reply); });
+    const auto writeRequest = [](sd_bus_message& call) {
+        return sd_bus_message_append(&call, "ssss", "sleep", "Tolvo", "Monitoring stops before the system sleeps",
+                                     "delay");
+    };
+    inhibitCall_ = bus_.call(inhibit, writeRequest, [this](sd_bus_message& reply) { receiveInhibitor(reply); });
 }
 
 void LogindSleepNotifier::receiveInhibitor(sd_bus_message& reply) {

@@ -68,7 +68,7 @@ int main(int count, char** arguments) {
     const std::string command = count > 1 ? arguments[1] : "link";
     PollLoop loop;
     Nl80211Connection kernel(loop);
-    NetworkManagerScanRequester requester;
+    NetworkManagerScanRequester requester(loop);
     Nl80211WiFiClient client(loop, kernel, requester);
     TaskScope tasks(loop);
     if (command == "link")

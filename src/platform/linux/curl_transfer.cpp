@@ -33,6 +33,14 @@ curl_socket_t openSocket(void*, curlsocktype, curl_sockaddr* address) {
     return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
 }
 
+/// A connection that is closed in order stays in the kernel's table for a minute. Probes that connect anew all the time
+/// would fill it with hundreds, which looks like the pressure that the connection counts are there to find.
+int closeWithoutTrace(void*, curl_socket_t socket, curlsocktype) {
+    const linger reset{.l_onoff = 1, .l_linger = 0};
+    ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
+    return CURL_SOCKOPT_OK;
+}
+
 } // namespace
 
 CurlTransfer::CurlTransfer(URLRequest request, const CurlTransferSettings& settings, CURLSH* share, MonotonicTime now)
@@ -82,6 +90,7 @@ void CurlTransfer::applyConnectionUse() {
         set(CURLOPT_FRESH_CONNECT, 1L);
         set(CURLOPT_FORBID_REUSE, 1L);
         set(CURLOPT_DNS_CACHE_TIMEOUT, 0L);
+        curl_easy_setopt(handle(), CURLOPT_SOCKOPTFUNCTION, &closeWithoutTrace);
     }
 }
 

@@ -93,7 +93,9 @@ std::string jsonLine(const DashboardSources& sources, WallTime now, bool isAirSi
     setRecord(line, "internetPing", sources.internetResult.value(), pingObject);
     setRecord(line, "dns", sources.dnsResult.value(), dnsObject);
     setRecord(line, "connections", sources.connectionResult.value(), connectionObject);
+    setText(line, "connectionErrorMessage", sources.connectionErrorMessage.value());
     setRecord(line, "captivePortal", sources.captivePortalStatus.value(), portalObject);
+    setText(line, "captivePortalErrorMessage", sources.captivePortalErrorMessage.value());
     const auto text = encodeJSON(line, JSONLayout::OneLine);
     return text ? *text : "{\"error\":\"" + text.error().message + "\"}";
 }

@@ -1,8 +1,4 @@
-#include "core/model/captive_portal_status.h"
-#include "core/model/channel_scan_result.h"
-#include "core/model/connection_pressure_result.h"
 #include "core/model/grading.h"
-#include "core/model/speed_test_result.h"
 #include "core/model/url.h"
 #include "core/text.h"
 
@@ -40,14 +36,6 @@ TEST(Grading, NoResultHasNoGradeAndAFailedOneIsPoor) {
     EXPECT_EQ(latencyQuality(failed), SignalQuality::Poor);
     EXPECT_EQ(jitterQuality(PingResult{PingTarget::Router, {}, 5, std::nullopt, 0, true}), SignalQuality::Poor);
     EXPECT_EQ(latencyQuality(DNSResult{"a", {}, 5, false}), SignalQuality::Poor);
-}
-
-TEST(Model, RawValuesGoBothWaysAndOtherTextsGiveNoCase) {
-    EXPECT_EQ(fromRawValue<BufferbloatGrade>("F"), BufferbloatGrade::F);
-    EXPECT_EQ(fromRawValue<BufferbloatGrade>("D"), std::nullopt);
-    EXPECT_EQ(fromRawValue<WiFiBand>("7 GHz"), std::nullopt);
-    EXPECT_EQ(rawValue(CaptivePortalDetectionReason::ContentInjection), "contentInjection");
-    EXPECT_EQ(fromRawValue<SpeedTestPhase>(""), std::nullopt);
 }
 
 TEST(URL, TakesReferencesApartAndRefusesWhatIsNone) {

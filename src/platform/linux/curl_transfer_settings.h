@@ -9,8 +9,9 @@ namespace tolvo {
 /// What all transfers of a session have in common.
 struct CurlTransferSettings {
     /// Product and version.
-    std::string userAgent{};
-    CertificateStore certificates{};
+    std::string userAgent;
+    /// Without any, no HTTPS server is trusted.
+    CertificateStore certificates;
 };
 
 } // namespace tolvo

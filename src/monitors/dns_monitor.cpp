@@ -25,7 +25,7 @@ std::vector<std::string> DNSMonitor::defaultTestDomains() {
     return {"cloudflare.com", "google.com", "dns.google"};
 }
 
-DNSMonitor::DNSMonitor(MainLoop& loop, Configuration configuration, DNSLookupRunning& dnsLookupRunner,
+DNSMonitor::DNSMonitor(MainLoop& loop, const Configuration& configuration, DNSLookupRunning& dnsLookupRunner,
                        SleepProviding& sleeper, DateProvider dateProvider)
     : PolledMonitor(loop, sleeper, configuration.pollInterval),
       testDomains_(normalisedDomains(configuration.testDomains)),

@@ -31,8 +31,8 @@ public:
     /// Of a content-delivery and DNS provider, a search engine and a public resolver: unlikely to fail together.
     static std::vector<std::string> defaultTestDomains();
 
-    DNSMonitor(MainLoop& loop, Configuration configuration, DNSLookupRunning& dnsLookupRunner, SleepProviding& sleeper,
-               DateProvider dateProvider);
+    DNSMonitor(MainLoop& loop, const Configuration& configuration, DNSLookupRunning& dnsLookupRunner,
+               SleepProviding& sleeper, DateProvider dateProvider);
 
     Published<std::optional<DNSResult>> latestResult;
     /// Oldest first.

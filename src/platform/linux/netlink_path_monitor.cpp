@@ -124,13 +124,12 @@ void NetlinkPathMonitor::evaluate() {
     const std::optional<RoutingState> state = readRoutingState();
     const NetworkPath path = state ? evaluateNetworkPath(*state, sysClassNet_) : NetworkPath{};
     const Drained meanwhile = drain(events_.get());
-    if (before == Drained::Broken || meanwhile == Drained::Broken) {
+    const bool isOutdated = meanwhile == Drained::Events && discardedReadings_ < mostDiscardedReadings;
+    if (before == Drained::Broken || meanwhile == Drained::Broken || (!state && !isOutdated)) {
         openLater();
-    } else if (meanwhile == Drained::Events && discardedReadings_ < mostDiscardedReadings) {
+    } else if (isOutdated) {
         ++discardedReadings_;
         evaluateAfter(settleDelay);
-    } else if (!state) {
-        openLater();
     } else {
         // Events that were drained above belong to a state that may be newer than what is told.
         if (meanwhile == Drained::Events)

@@ -51,7 +51,7 @@ private:
 
     void receiveDevice(sd_bus_message& reply) {
         const char* path = nullptr;
-        if (sd_bus_message_is_method_error(&reply, nullptr) || sd_bus_message_read_basic(&reply, 'o', &path) <= 0) {
+        if (sd_bus_message_is_method_error(&reply, nullptr) || sd_bus_message_read(&reply, "o", &path) <= 0) {
             fail(errorText(reply));
             return;
         }

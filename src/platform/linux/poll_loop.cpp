@@ -126,8 +126,8 @@ void PollLoop::wait() {
         return;
     if (descriptors[0].revents != 0) {
         std::uint64_t count = 0;
-        const std::lock_guard lock(postedMutex_);
         [[maybe_unused]] const auto size = ::read(wakeUp_.get(), &count, sizeof count);
+        const std::lock_guard lock(postedMutex_);
         isWakeUpPending_ = false;
     }
     for (std::size_t i = 0; i < watches.size() && !isQuitting_; ++i) {

@@ -98,7 +98,7 @@ void addNextHops(RoutingState& state, std::uint32_t table, nlattr* multipath) {
     while (rest >= static_cast<int>(sizeof *hop) && RTNH_OK(hop, rest)) {
         if (isUsable(hop->rtnh_flags))
             state.defaultRoutes.insert({table, hop->rtnh_ifindex});
-        rest -= static_cast<int>(RTNH_ALIGN(hop->rtnh_len));
+        rest -= RTNH_ALIGN(hop->rtnh_len);
         hop = RTNH_NEXT(hop);
     }
 }

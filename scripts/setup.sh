@@ -3,12 +3,13 @@
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-build_packages=(clang-19 lld-19 libstdc++-12-dev libc6-dev cmake ninja-build pkg-config git
-    libgtest-dev libre2-dev nlohmann-json3-dev libnl-3-dev libnl-genl-3-dev libnl-route-3-dev
+# What configuring looks for, the tests' part included: one build tree serves both ./run and ./test.
+build_packages=(clang-19 lld-19 libstdc++-12-dev libc6-dev cmake ninja-build pkg-config git python3
+    libgtest-dev libre2-dev nlohmann-json3-dev libnl-3-dev libnl-genl-3-dev libdbus-1-dev libsystemd-dev
     libsdbus-c++-dev libcurl4-openssl-dev)
 run_packages=(iputils-ping ca-certificates)
 # What the suite holds our results against, and what its labs are made of.
-test_packages=(bind9-dnsutils iproute2 dbus-daemon libssl-dev python3 python3-jsonschema procps util-linux)
+test_packages=(bind9-dnsutils iproute2 dbus-daemon libssl-dev python3-jsonschema procps util-linux)
 check_packages=(clang-format-19 clang-tidy-19 libclang-rt-19-dev)
 bench_packages=(libbenchmark-dev net-tools iproute2 bind9-dnsutils curl gcc)
 

@@ -2,12 +2,15 @@
 
 #include "platform/linux/terminal_keys.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <utility>
 
 namespace tolvo {
@@ -21,7 +24,20 @@ constexpr std::string_view giveScreenBack = "\x1b[0m\x1b[?7h\x1b[?25h\x1b[?1049l
 /// The bytes of a cursor key arrive together; an Escape that stays alone this long was the key itself.
 constexpr Seconds escapeDelay(0.05);
 
+/// Milliseconds that a slow terminal gets to take what gives the screen back.
+constexpr int farewellPatience = 300;
+
+/// A terminal takes a write with room for a single byte, and then waits for the rest, with this thread and its signals.
+/// Only a description of our own may refuse to wait: the other is the shell's as well.
+UniqueDescriptor openTerminalWithoutWaiting() {
+    if (isatty(STDOUT_FILENO) != 1)
+        return {};
+    return UniqueDescriptor(::open("/proc/self/fd/1", O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+}
+
 } // namespace
+
+PosixTextTerminal::PosixTextTerminal(MainLoop& loop) : loop_(loop), ownOutput_(openTerminalWithoutWaiting()) {}
 
 bool PosixTextTerminal::isInteractive() const {
     return isatty(STDOUT_FILENO) == 1;
@@ -54,27 +70,47 @@ void PosixTextTerminal::leaveScreen() {
     escapeTimer_.reset();
     if (const auto mode = std::exchange(cookedMode_, std::nullopt))
         tcsetattr(STDIN_FILENO, TCSANOW, &*mode);
-    if (std::exchange(hasScreen_, false))
-        write(giveScreenBack);
+    if (!std::exchange(hasScreen_, false))
+        return;
+    // What is left of a drawing must not stand in the way.
+    unwritten_ = giveScreenBack;
+    waitForOutput(farewellPatience);
+    sendUnwritten();
 }
 
-bool PosixTextTerminal::takesOutput() const {
-    pollfd output{STDOUT_FILENO, POLLOUT, 0};
-    return ::poll(&output, 1, 0) == 1;
+int PosixTextTerminal::output() const {
+    return ownOutput_ ? ownOutput_.get() : STDOUT_FILENO;
+}
+
+bool PosixTextTerminal::waitForOutput(int milliseconds) const {
+    pollfd descriptor{output(), POLLOUT, 0};
+    return ::poll(&descriptor, 1, milliseconds) == 1;
+}
+
+/// Whether the output is still open. A pipe that is ready takes as many bytes as this without waiting.
+bool PosixTextTerminal::sendUnwritten() {
+    while (!unwritten_.empty() && waitForOutput(0)) {
+        const ssize_t written =
+            ::write(output(), unwritten_.data(), std::min<std::size_t>(unwritten_.size(), PIPE_BUF));
+        if (written < 0 && errno != EINTR)
+            return errno == EAGAIN;
+        unwritten_.erase(0, static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+    }
+    return true;
 }
 
 TextTerminal::WriteOutcome PosixTextTerminal::write(std::string_view text) {
-    if (isInteractive() && !takesOutput())
+    if (!sendUnwritten())
+        return WriteOutcome::Closed;
+    if (!unwritten_.empty())
         return WriteOutcome::Skipped;
-    while (!text.empty()) {
-        const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return WriteOutcome::Closed;
-        text.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return WriteOutcome::Written;
+    unwritten_ = text;
+    if (!sendUnwritten())
+        return WriteOutcome::Closed;
+    if (unwritten_.size() < text.size() || text.empty())
+        return WriteOutcome::Written;
+    unwritten_.clear();
+    return WriteOutcome::Skipped;
 }
 
 void PosixTextTerminal::readKeys() {

@@ -1,18 +1,21 @@
 #pragma once
 
 #include "core/async/main_loop.h"
+#include "platform/linux/unique_descriptor.h"
 #include "platform/services/text_terminal.h"
 
 #include <termios.h>
 
 #include <optional>
+#include <string>
 
 namespace tolvo {
 
-/// Standard input and output as a terminal: termios for single keys, the alternate screen for drawing.
+/// Standard input and output as a terminal: termios for single keys, the alternate screen for drawing. It never waits
+/// for whoever reads the output: a text that was begun is ended with the next one, and others are skipped until then.
 class PosixTextTerminal final : public TextTerminal {
 public:
-    explicit PosixTextTerminal(MainLoop& loop) : loop_(loop) {}
+    explicit PosixTextTerminal(MainLoop& loop);
     ~PosixTextTerminal() override { leaveScreen(); }
 
     bool isInteractive() const override;
@@ -24,9 +27,15 @@ public:
 private:
     void readKeys();
     void giveKeys(bool isInputComplete);
-    bool takesOutput() const;
+    int output() const;
+    bool waitForOutput(int milliseconds) const;
+    bool sendUnwritten();
 
     MainLoop& loop_;
+    /// The terminal, opened once more; absent where the output is something else.
+    UniqueDescriptor ownOutput_;
+    /// The rest of a text that the output took in part.
+    std::string unwritten_;
     std::function<void(std::string key)> onKey_;
     std::optional<termios> cookedMode_;
     bool hasScreen_ = false;

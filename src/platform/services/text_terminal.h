@@ -15,8 +15,8 @@ public:
         std::size_t rows = 24;
     };
 
-    /// Skipped is a terminal that takes nothing at the moment, such as one that its user has halted: it loses what was
-    /// written, so that nothing waits for it.
+    /// Skipped is an output that takes nothing at the moment, such as a terminal that its user has halted: it loses what
+    /// was written, so that nothing waits for it.
     enum class WriteOutcome { Written, Skipped, Closed };
 
     TextTerminal(const TextTerminal&) = delete;
@@ -32,7 +32,7 @@ public:
     virtual void enterScreen(std::function<void(std::string key)> onKey) = 0;
     virtual void leaveScreen() = 0;
 
-    /// Writes all or nothing of it.
+    /// Writes all of it, a rest with the next call, or nothing. Never waits for whoever reads it.
     virtual WriteOutcome write(std::string_view text) = 0;
 
 protected:

@@ -10,6 +10,7 @@ import struct
 import subprocess
 import sys
 import termios
+import time
 
 from network import ROUTER, SKIPPED, TARGET, Network, enter_sandbox, wait_until
 
@@ -107,6 +108,11 @@ check("ends cleanly on request", wait_until(lambda: lines.process.poll() == 0, 5
 closed = Lines()
 closed.process.stdout.close()
 check("ends when its output is closed", wait_until(lambda: closed.process.poll() is not None, 8))
+unread = Lines()
+fcntl.fcntl(unread.process.stdout, fcntl.F_SETPIPE_SZ, 4096)
+time.sleep(10)  # More lines than that pipe holds.
+unread.process.send_signal(signal.SIGTERM)
+check("ends on request while nobody reads its output", wait_until(lambda: unread.process.poll() == 0, 5))
 
 
 class Screen:

@@ -9,7 +9,7 @@ build_packages=(clang-19 lld-19 libstdc++-12-dev libc6-dev cmake ninja-build pkg
     libsdbus-c++-dev libcurl4-openssl-dev)
 run_packages=(iputils-ping ca-certificates)
 # What the suite holds our results against, and what its labs are made of.
-test_packages=(bind9-dnsutils iproute2 dbus-daemon libssl-dev python3-jsonschema procps util-linux)
+test_packages=(bind9-dnsutils iproute2 dbus-daemon openssl python3-jsonschema procps util-linux)
 check_packages=(clang-format-19 clang-tidy-19 libclang-rt-19-dev)
 bench_packages=(libbenchmark-dev net-tools iproute2 bind9-dnsutils curl gcc)
 

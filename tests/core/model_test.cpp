@@ -63,13 +63,5 @@ TEST(Text, ValidUTF8IsWhatUnicodeSaysItIs) {
         EXPECT_FALSE(isValidUTF8(bad)) << bad;
 }
 
-TEST(Text, SplitsAsToolsPrint) {
-    using Pieces = std::vector<std::string_view>;
-    EXPECT_EQ(nonEmptyLines("a\r\n\n b\n\nc"), (Pieces{"a", " b", "c"}));
-    EXPECT_EQ(tokens("  a\tb  c "), (Pieces{"a", "b", "c"}));
-    EXPECT_EQ(trimmed(" \n x y\t"), "x y");
-    EXPECT_EQ(trimmed(" \n"), "");
-}
-
 } // namespace
 } // namespace tolvo::testing

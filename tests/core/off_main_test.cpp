@@ -64,20 +64,5 @@ TEST(OffMain, TheFunctionHearsTheCancellationOfTheTaskAndTheDropOfItsScope) {
     loop.run();
 }
 
-TEST(OffMain, ManyAtOnceAllComeBack) {
-    PollLoop loop;
-    TaskScope scope(loop);
-    int ended = 0;
-    const auto one = [](int& count, PollLoop& mainLoop) -> Task<void> {
-        count += co_await offMain([](std::stop_token) { return 1; });
-        if (count == 64)
-            mainLoop.quit();
-    };
-    for (int i = 0; i < 64; ++i)
-        scope.start(one(ended, loop));
-    loop.run();
-    EXPECT_EQ(ended, 64);
-}
-
 } // namespace
 } // namespace tolvo::testing

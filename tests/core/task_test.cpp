@@ -45,32 +45,6 @@ TEST(Task, MillionAwaitsThatNeverSuspendNeedNoStack) {
     EXPECT_EQ(loop.elapsed(), 0);
 }
 
-Task<void> note(Log& log, std::string text) {
-    log.push_back(std::move(text));
-    co_return;
-}
-
-TEST(Task, IsLazyAndDroppedUnstartedRunsNothing) {
-    Log log;
-    {
-        auto dropped = note(log, "dropped");
-    }
-    EXPECT_TRUE(log.empty());
-}
-
-TEST(TaskScope, StartsThroughTheQueueInOrder) {
-    ManualLoop loop;
-    Log log;
-    TaskScope scope(loop);
-    scope.start(note(log, "first"));
-    const TaskHandle second = scope.start(note(log, "second"));
-    EXPECT_TRUE(log.empty());
-    loop.runUntilIdle();
-    EXPECT_EQ(log, (Log{"first", "second"}));
-    EXPECT_TRUE(second.hasEnded());
-    EXPECT_EQ(scope.runningCount(), 0U);
-}
-
 Task<void> sleepThenNote(Log& log) {
     try {
         co_await sleepFor(Seconds(10));
@@ -100,15 +74,6 @@ TEST(TaskScope, CancellingRunsNothingInsideTheCallAndEndsTheTask) {
     EXPECT_EQ(loop.timerCount(), 0U);
 }
 
-TEST(TaskScope, TaskCancelledBeforeItsFirstStepHearsItAtItsFirstWait) {
-    ManualLoop loop;
-    Log log;
-    TaskScope scope(loop);
-    scope.start(sleepThenNote(log)).cancel();
-    loop.runUntilIdle();
-    EXPECT_EQ(log, Log{"cancelled"});
-}
-
 TEST(TaskScope, DroppingItTellsWhoeverWaitsElsewhere) {
     ManualLoop loop;
     Log log;
@@ -120,17 +85,6 @@ TEST(TaskScope, DroppingItTellsWhoeverWaitsElsewhere) {
     }
     loop.runUntilIdle();
     EXPECT_EQ(log, Log{"cut"});
-}
-
-TEST(TaskScope, AnExceptionThatNobodyExpectsEndsTheProgram) {
-    EXPECT_DEATH(
-        {
-            ManualLoop loop;
-            TaskScope scope(loop);
-            scope.start([](Task<int> task) -> Task<void> { co_await std::move(task); }(throwAfter(0)));
-            loop.advance(1);
-        },
-        "");
 }
 
 /// One of everything that can suspend, nested, each frame holding counted objects.

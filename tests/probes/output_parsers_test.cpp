@@ -104,12 +104,6 @@ TEST(DefaultRouteParser, PrefersTheInterfaceThenPhysicalLinksThenTheLowerText) {
     }
 }
 
-TEST(Re2RegularExpression, TreatsABrokenPatternAndAnIdleGroupAsNoMatch) {
-    EXPECT_EQ(compiler.compile("(a)|(b)")->firstMatch("b"), std::nullopt);
-    EXPECT_EQ(compiler.compile("(a")->firstMatch("(a"), std::nullopt);
-    EXPECT_EQ(compiler.compile("(x*)(y?)")->firstMatch({}), (std::vector<std::string>{"", ""}));
-}
-
 /// All that can be read out of one text, whichever tool it came from.
 auto readings(std::string_view text) {
     static const PingSummaryParser ping(compiler);

@@ -1,7 +1,5 @@
 #include "platform/linux/posix_process_service.h"
-#include "platform/linux/tool_paths.h"
 #include "probes/shell_command_runner.h"
-#include "probes/tool_table.h"
 #include "tests/support/run_on_poll_loop.h"
 #include "tests/support/run_task.h"
 
@@ -161,15 +159,6 @@ TEST_F(ShellCommandRunnerTest, OutOfDescriptorsAtAnyStepFailsTheLaunchAndLeavesN
     }
     EXPECT_EQ(openDescriptors(), descriptorsBefore);
     EXPECT_TRUE(runUntil(loop, [&] { return !service.launch("/missing", {}, nullptr) && hasNoChild(); }));
-}
-
-TEST(ToolPaths, EachToolStandsUnderItsNameInTheToolsFolder) {
-    ::setenv("TOLVO_TOOLS_DIR", "/tools", 1);
-    const auto paths = toolPaths(allowedToolPaths(), toolsFolder());
-    EXPECT_EQ(paths.size(), 7u);
-    EXPECT_EQ(paths.at("/usr/sbin/netstat"), "/tools/netstat");
-    ::setenv("TOLVO_TOOLS_DIR", "relative", 1);
-    EXPECT_TRUE(toolsFolder().is_absolute());
 }
 
 } // namespace

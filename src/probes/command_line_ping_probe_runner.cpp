@@ -56,7 +56,7 @@ Task<std::optional<std::string>> CommandLinePingProbeRunner::routerIPAddress(dou
     if (const auto interfaceName = wifiInterfaceNameProvider_()) {
         if (auto router = co_await routerByDHCPOption(*interfaceName, timeout))
             co_return router;
-        if (auto router = co_await defaultRouter(AddressFamily::IPv6, *interfaceName, timeout))
+        if (auto router = co_await defaultRouter(AddressFamily::IPv6, interfaceName, timeout))
             co_return router;
     }
     if (auto router = co_await defaultRouter(AddressFamily::IPv4, std::nullopt, timeout))

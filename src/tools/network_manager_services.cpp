@@ -48,9 +48,9 @@ Message callProperties(DBusConnection& connection, const char* path, const char*
     ::dbus_message_set_auto_start(call.get(), FALSE);
     DBusMessageIter arguments;
     ::dbus_message_iter_init_append(call.get(), &arguments);
-    ::dbus_message_iter_append_basic(&arguments, DBUS_TYPE_STRING, &interfaceName);
+    ::dbus_message_iter_append_basic(&arguments, DBUS_TYPE_STRING, static_cast<const void*>(&interfaceName));
     if (property != nullptr)
-        ::dbus_message_iter_append_basic(&arguments, DBUS_TYPE_STRING, &property);
+        ::dbus_message_iter_append_basic(&arguments, DBUS_TYPE_STRING, static_cast<const void*>(&property));
     return Message(
         ::dbus_connection_send_with_reply_and_block(&connection, call.get(), DBUS_TIMEOUT_USE_DEFAULT, nullptr));
 }
@@ -71,7 +71,7 @@ std::optional<std::string> textAt(DBusMessageIter& position) {
     if (type != DBUS_TYPE_STRING && type != DBUS_TYPE_OBJECT_PATH)
         return std::nullopt;
     const char* text = nullptr;
-    ::dbus_message_iter_get_basic(&position, &text);
+    ::dbus_message_iter_get_basic(&position, static_cast<void*>(&text));
     ::dbus_message_iter_next(&position);
     return text;
 }

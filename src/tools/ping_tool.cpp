@@ -63,6 +63,7 @@ int becomePing(std::vector<std::string> commandLine) {
     static constexpr std::array places{"/usr/bin/ping", "/bin/ping", "/usr/sbin/ping", "/sbin/ping",
                                        "/run/wrappers/bin/ping"};
     std::vector<char*> arguments;
+    arguments.reserve(commandLine.size() + 1);
     for (std::string& argument : commandLine)
         arguments.push_back(argument.data());
     arguments.push_back(nullptr);

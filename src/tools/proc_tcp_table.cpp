@@ -19,8 +19,8 @@ std::string readTable(const char* path) {
     // Not a stream: this program's start is counted, and streams bring their locales.
     if (const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path, "re"), std::fclose); file) {
         std::array<char, 65536> buffer;
-        while (const std::size_t size = std::fread(buffer.data(), 1, buffer.size(), file.get()))
-            table.append(buffer.data(), size);
+        while (std::feof(file.get()) == 0 && std::ferror(file.get()) == 0)
+            table.append(buffer.data(), std::fread(buffer.data(), 1, buffer.size(), file.get()));
     }
     return table;
 }

@@ -56,7 +56,8 @@ std::string listServices(std::span<const VPNService> services) {
         state.append(stateName(service.state)).append(")");
         appendColumn(out, state, 20);
         const std::string type = word(service.type);
-        out += word(service.identifier) + " VPN (" + type + ") \"" + quotable(service.name) + "\" [VPN:" + type + "]\n";
+        out.append(word(service.identifier)).append(" VPN (").append(type).append(") \"");
+        out.append(quotable(service.name)).append("\" [VPN:").append(type).append("]\n");
     }
     return out;
 }

@@ -127,6 +127,7 @@ void PollLoop::wait() {
     if (descriptors[0].revents != 0) {
         std::uint64_t count = 0;
         [[maybe_unused]] const auto size = ::read(wakeUp_.get(), &count, sizeof count);
+        // What is posted in between wakes nobody, and needn't: the queue is looked at before the next sleep.
         const std::lock_guard lock(postedMutex_);
         isWakeUpPending_ = false;
     }

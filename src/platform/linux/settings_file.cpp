@@ -52,10 +52,11 @@ bool writeAll(int descriptor, std::string_view text) {
 }
 
 std::optional<std::string> readUpTo(int descriptor, std::size_t limit) {
+    constexpr std::size_t piece = 64 << 10;
     std::string text;
     std::size_t size = 0;
     while (size < limit) {
-        text.resize(std::min(limit, size + 64 * 1024));
+        text.resize(std::min(limit, size + piece));
         const ssize_t count = ::read(descriptor, text.data() + size, text.size() - size);
         if (count < 0 && errno != EINTR)
             return std::nullopt;
@@ -155,8 +156,11 @@ SettingsFile::Outcome SettingsFile::replace(const std::string& text, const Setti
     if (stamp() != old.stamp)
         return Outcome::ChangedMeanwhile;
     std::optional<fs::path> aside;
-    if (oldFile == OldFile::KeepAside && !(aside = keepAside(target)))
-        return Outcome::Failed;
+    if (oldFile == OldFile::KeepAside) {
+        aside = keepAside(target);
+        if (!aside)
+            return Outcome::Failed;
+    }
     if (!newFile.takePlaceOf(target)) {
         if (aside)
             ::unlink(aside->c_str());

@@ -53,7 +53,7 @@ std::string changedSettings(const std::string& text, const SettingsChanges& chan
     json document = parseObject(text).value_or(json::object());
     for (const auto& [key, value] : changes) {
         if (value)
-            std::visit([&](const auto& typed) { document[key] = typed; }, *value);
+            std::visit([&entry = document[key]](const auto& typed) { entry = typed; }, *value);
         else
             document.erase(key);
     }

@@ -12,7 +12,7 @@ std::filesystem::path toolsFolder() {
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error)
         return "/usr/libexec/tolvo";
-    const std::filesystem::path asBuilt = program.parent_path() / "tools";
+    std::filesystem::path asBuilt = program.parent_path() / "tools";
     if (std::filesystem::is_directory(asBuilt, error))
         return asBuilt;
     return program.parent_path().parent_path() / "libexec" / "tolvo";

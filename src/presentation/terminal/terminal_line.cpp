@@ -97,6 +97,7 @@ std::vector<TerminalLine> wrappedLines(const std::string& text, Tone tone, std::
         lines.back().append(" ").append(word);
     }
     std::vector<TerminalLine> wrapped;
+    wrapped.reserve(lines.size());
     for (std::string& line : lines)
         wrapped.push_back(clippedLine({{std::move(line), tone}}, columns));
     return wrapped;

@@ -203,12 +203,12 @@ std::optional<fs::path> SettingsFile::keepAside(const fs::path& target) const {
 
 SettingsFile::Lock::Lock(const SettingsFile& file)
     : folder_(::open(file.target().parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    constexpr int mostAttempts = 200;
-    for (int i = 0; i < mostAttempts && folder_; ++i) {
-        if (::flock(folder_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
-            return;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
+    // Whoever writes again and again lets go for microseconds only, so the tries must not be far apart.
+    constexpr std::chrono::microseconds pause(100);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+    while (folder_ && ::flock(folder_.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK &&
+           std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(pause);
 }
 
 SettingsFile::Lock SettingsFile::prepareToReplace() const {

@@ -146,6 +146,7 @@ TEST_F(Terminal, DrawsOnlyWhatChangedAndOnlyWhenSomethingDid) {
     values.internetResult.set(PingResult{PingTarget::Internet, {}, 12.0, 1.0, 0, true});
     const std::string update = drawn();
     EXPECT_NE(update.find("12.0 ms"), std::string::npos);
+    EXPECT_FALSE(update.ends_with("\x1b[K")) << "erasing behind a full line takes its last character";
     EXPECT_EQ(update.find("Router Ping"), std::string::npos);
 }
 

@@ -54,10 +54,11 @@ bool TerminalView::show(const std::vector<TerminalLine>& lines) {
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (lines[i] == shown_[i])
             continue;
-        output.append("\x1b[").append(std::to_string(i + 1)).append(";1H\x1b[0m");
+        // Erasing comes first: behind a full line the cursor still stands on its last character.
+        output.append("\x1b[").append(std::to_string(i + 1)).append(";1H\x1b[0m\x1b[K");
         for (const TerminalSpan& span : lines[i])
             appendSpan(output, span);
-        output.append("\x1b[0m\x1b[K");
+        output.append("\x1b[0m");
     }
     shown_ = lines;
     if (output.empty())

@@ -4,6 +4,7 @@
 #include "platform/linux/poll_loop.h"
 #include "platform/linux/posix_text_terminal.h"
 #include "platform/linux/signal_watcher.h"
+#include "platform/linux/standard_descriptors.h"
 #include "platform/linux/standard_error_progress.h"
 
 #include <clocale>
@@ -34,7 +35,7 @@ public:
     void deliver(std::string report, const std::string& fileName) {
         PosixTextTerminal output(loop_);
         if (output.isInteractive())
-            tasks_.start(save(std::filesystem::current_path() / fileName, std::move(report)));
+            tasks_.start(save(fileName, std::move(report)));
         else
             end(output.write(report + "\n") == TextTerminal::WriteOutcome::Written, "The report is on standard output.",
                 "standard output");
@@ -45,7 +46,7 @@ public:
 private:
     Task<void> save(std::filesystem::path path, std::string report) {
         const bool isSaved = co_await writer_.writeAtomically(path, std::move(report));
-        end(isSaved, "Saved " + path.filename().string() + ".", path.string());
+        end(isSaved, "Saved " + path.string() + ".", path.string());
     }
 
     void end(bool isWritten, const std::string& success, const std::string& place) {
@@ -63,9 +64,12 @@ private:
 
 int makeReport() {
     PollLoop loop;
-    // Before anything that starts a thread.
-    const SignalWatcher signals(loop, {.onTerminate = [&loop] { loop.quit(); }});
     StandardErrorProgress progress;
+    // Before anything that starts a thread.
+    const SignalWatcher signals(loop, {.onTerminate = [&] {
+                                    progress.finish("Interrupted.");
+                                    loop.quit();
+                                }});
     AppDelegate delegate(loop, [](AppDelegate&) { return std::make_unique<NoFrontEnd>(); });
     delegate.applicationDidFinishLaunching();
     ReportDelivery delivery(loop, progress);
@@ -83,6 +87,7 @@ int makeReport() {
 } // namespace tolvo
 
 int main() {
+    tolvo::openStandardDescriptors();
     std::setlocale(LC_ALL, "");
     try {
         return tolvo::makeReport();

@@ -37,7 +37,8 @@ std::string speedTestNotice() {
 } // namespace
 
 Task<std::optional<std::filesystem::path>> CurrentFolderSaveDialog::runSaveDialog(SaveDialogRequest request) {
-    co_return std::filesystem::current_path() / request.fileName;
+    // Relative, since the folder may be gone; then the writing fails, and says so.
+    co_return request.fileName;
 }
 
 DashboardSources dashboardSources(Monitoring& monitoring) {

@@ -3,6 +3,7 @@
 #include "platform/linux/poll_loop.h"
 #include "platform/linux/posix_text_terminal.h"
 #include "platform/linux/signal_watcher.h"
+#include "platform/linux/standard_descriptors.h"
 
 #include <clocale>
 #include <cstdio>
@@ -45,6 +46,7 @@ int runTerminal() {
 } // namespace tolvo
 
 int main() {
+    tolvo::openStandardDescriptors();
     std::setlocale(LC_ALL, "");
     try {
         return tolvo::runTerminal();

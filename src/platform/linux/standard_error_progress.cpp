@@ -1,5 +1,6 @@
 #include "platform/linux/standard_error_progress.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,12 +17,19 @@ std::string barLine(double share, const std::string& message) {
     return "[" + std::string(filled, '#') + std::string(barLength - filled, ' ') + "] " + message;
 }
 
+/// A line that wraps could not be drawn over.
+std::size_t columnsOfTerminal() {
+    winsize window{};
+    const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &window) == 0 && window.ws_col > 0;
+    return isKnown ? window.ws_col - 1U : 79;
+}
+
 } // namespace
 
 StandardErrorProgress::StandardErrorProgress() : isTerminal_(isatty(STDERR_FILENO) == 1) {}
 
 void StandardErrorProgress::show(double share, const std::string& message) {
-    const std::string line = isTerminal_ ? barLine(share, message) : message;
+    const std::string line = isTerminal_ ? barLine(share, message).substr(0, columnsOfTerminal()) : message;
     if (line == shown_)
         return;
     shown_ = line;

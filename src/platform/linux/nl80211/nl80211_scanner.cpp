@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <system_error>
+#include <cstring>
 
 namespace tolvo {
 
@@ -33,7 +33,9 @@ enum class ScanEnd { Completed, Aborted, PutOff, TimedOut };
 WiFiScanError refusal(int error) {
     if (error == ENETDOWN)
         return {"The Wi-Fi interface is switched off."};
-    return {"The Wi-Fi driver doesn't scan: " + std::generic_category().message(error) + "."};
+    // Untranslated: a locale's words need not be UTF-8, which a report is.
+    const char* const description = strerrordesc_np(error);
+    return {"The Wi-Fi driver doesn't scan: " + std::string(description ? description : "unknown error") + "."};
 }
 
 WiFiScanError missingRight(const std::string& requesterWords) {

@@ -31,7 +31,8 @@ private:
 
     void append(double value) {
         if (!std::isfinite(value)) {
-            error = JSONEncodingError{"Unable to encode a number that is not finite.", path_, {}};
+            if (!error)
+                error = JSONEncodingError{"Unable to encode a number that is not finite.", path_, {}};
             return;
         }
         std::array<char, 32> buffer{};

@@ -4,10 +4,12 @@
 
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -54,7 +56,7 @@ enum class JSONLayout { Pretty, OneLine };
 
 struct JSONEncodingError {
     std::string message;
-    /// The keys that lead to a number that is not finite.
+    /// The keys that lead to the first number that is not finite.
     std::vector<std::string> codingPath;
     /// The encoded document, when that is what can't be used.
     std::string bytes;

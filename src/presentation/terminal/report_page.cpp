@@ -2,6 +2,7 @@
 
 #include "presentation/terminal/terminal_text.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -34,8 +35,17 @@ void appendCard(Lines& lines, const DiagnosticsSharePreviewCard& card, std::size
 
 void appendChecklist(Lines& lines, std::size_t columns, TerminalGlyphs glyphs) {
     lines.emplace_back();
+    lines.push_back(
+        clippedLine({{" " + std::string(diagnostics_export::includedTitle), Tone::Primary, true}}, columns));
     for (const DiagnosticsIncludedRow& row : diagnostics_export::includedRows)
         lines.push_back(clippedLine({{checkMark(true, glyphs), Tone::Green}, {std::string(row.text)}}, columns));
+}
+
+/// Above the keys, where a low terminal shows it too.
+void appendAtBottom(Lines& lines, const InlineMessageRow& message, TerminalSize size) {
+    Lines wrapped = wrappedLines(terminalSafe(message.text), message.accentColor, size.columns);
+    lines.resize(size.rows > wrapped.size() ? size.rows - 1 - wrapped.size() : 0);
+    std::ranges::move(wrapped, std::back_inserter(lines));
 }
 
 } // namespace
@@ -50,18 +60,17 @@ ReportPage::ReportPage(DiagnosticsExportController& controller, DiagnosticsColle
 
 Lines ReportPage::lines(TerminalSize size) const {
     const DiagnosticsExportContent content = controller_.content();
-    Lines lines{clippedLine({{" " + std::string(diagnostics_export::title), Tone::Primary, true}}, size.columns)};
+    Lines lines{clippedLine({{" " + std::string(diagnostics_export::title), Tone::Primary, true},
+                             {"  " + std::string(diagnostics_export::subtitle), Tone::Secondary}},
+                            size.columns)};
     if (content.progress)
         appendProgress(lines, *content.progress, size.columns, glyphs_);
     if (content.ready) {
         appendCard(lines, content.ready->card, size.columns);
         appendChecklist(lines, size.columns, glyphs_);
     }
-    if (content.actionMessage) {
-        std::ranges::move(
-            wrappedLines(terminalSafe(content.actionMessage->text), content.actionMessage->accentColor, size.columns),
-            std::back_inserter(lines));
-    }
+    if (content.actionMessage)
+        appendAtBottom(lines, *content.actionMessage, size);
     return withKeyLine(std::move(lines), content.ready ? "Enter Save  r Regenerate  Esc back" : "Esc back", size);
 }
 

@@ -27,12 +27,18 @@ class Pages(http.server.BaseHTTPRequestHandler):
         with open(os.path.join(folder, "portal")) as file:
             mode = file.read()
         body = b"Success" if mode == "clean" else b"<html>Welcome to this hotel</html>"
+        if self.path.startswith("/__"):
+            mode, body = "clean", bytes(int(self.path.partition("?bytes=")[2] or 0))
         self.send_response(302 if mode == "redirect" else 200)
         if mode == "redirect":
             self.send_header("Location", "http://portal.test/login")
         self.send_header("Content-Length", str(len(body)))
         self.end_headers()
         self.wfile.write(body)
+
+    def do_POST(self):
+        self.rfile.read(int(self.headers["Content-Length"]))
+        self.do_GET()
 
     def log_message(self, *arguments):
         pass

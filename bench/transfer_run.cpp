@@ -1,6 +1,6 @@
 // One direction of a speed test, measured by one of two ways of moving the bytes, as one line of figures:
-//   transfer_bench ours|bare down|up BASE-URL CHUNK-BYTES CHUNKS
-// Run by transfer_bench.sh, which puts the lines of one round side by side.
+//   transfer_run ours|bare down|up BASE-URL CHUNK-BYTES CHUNKS
+// Run by transfer_bench.py, which puts the ways side by side.
 #include "core/async/task_scope.h"
 #include "ondemand/cloudflare_speed_test_runner.h"
 #include "platform/linux/curl_url_session.h"
@@ -127,13 +127,13 @@ Figures bare(const Order& order) {
     return figures;
 }
 
-void print(const char* way, const Figures& figures) {
+void print(const Figures& figures) {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     const auto seconds = [](timeval time) {
         return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
     };
-    std::printf("%-6s MB=%.0f MB/s=%.1f cpu_s/GB=%.3f rss_MB=%.0f longest_hold_ms=%.2f\n", way, figures.bytes / 1e6,
+    std::printf("MB=%.0f MB/s=%.1f cpu_s/GB=%.3f rss_MB=%.0f longest_hold_ms=%.2f\n", figures.bytes / 1e6,
                 figures.bytes / 1e6 / figures.seconds,
                 (seconds(usage.ru_utime) + seconds(usage.ru_stime)) / (figures.bytes / 1e9),
                 static_cast<double>(usage.ru_maxrss) / 1024, figures.longestHoldMilliseconds);
@@ -147,5 +147,8 @@ int main(int argc, char** argv) {
         return 2;
     const std::string_view way = argv[1];
     const tolvo::Order order{std::string_view(argv[2]) == "down", argv[3], std::atoll(argv[4]), std::atoll(argv[5])};
-    tolvo::print(argv[1], way == "ours" ? tolvo::ours(order) : tolvo::bare(order));
+    const tolvo::Figures figures = way == "ours" ? tolvo::ours(order) : tolvo::bare(order);
+    if (figures.bytes < static_cast<double>(order.chunkBytes * order.chunks))
+        return 1;
+    tolvo::print(figures);
 }

@@ -48,11 +48,12 @@ SpeedTestMonitor::SpeedTestMonitor(MainLoop& loop, Configuration configuration, 
 void SpeedTestMonitor::startTest() {
     if (runningTask_)
         return;
+    // The task begins in a later turn; having the handle first keeps a subscriber from starting a second run.
+    runningTask_ = tasks_.start(run());
     clearFigures();
     progress.set(0);
     phase.set(SpeedTestPhase::Download);
     isRunning.set(true);
-    runningTask_ = tasks_.start(run());
 }
 
 void SpeedTestMonitor::cancelTest() {

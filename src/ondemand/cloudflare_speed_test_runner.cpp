@@ -26,6 +26,10 @@ SpeedTestTransfer measured(std::int64_t totalBytes, Seconds elapsed) {
     return {totalBytes, static_cast<double>(totalBytes) * 8 / (seconds * 1e6), seconds};
 }
 
+/// A slow link may take its time: in an hour, even 75 kbit/s carry a whole direction. A server that gives a byte now
+/// and then never stands still, and ends here.
+constexpr double longestChunkSeconds = 3600;
+
 /// What is wrong with a chunk's answer, if something is.
 std::optional<SpeedTestError> errorIn(const URLSessionOutcome& outcome) {
     if (!outcome && outcome.error().kind != URLSessionError::Kind::NotHTTP)
@@ -89,7 +93,8 @@ CloudflareSpeedTestRunner::downloadChunk(SpeedTestConfiguration configuration) {
     auto url = endpoint_.downloadURLFactory(configuration.downloadChunkSizeBytes);
     if (!url)
         co_return std::unexpected(SpeedTestRunnerError::InvalidRequest);
-    URLRequest request{.url = std::move(*url), .timeout = configuration.requestTimeout};
+    URLRequest request{
+        .url = std::move(*url), .timeout = configuration.requestTimeout, .totalTimeout = longestChunkSeconds};
     request.responseBody = ResponseBody::Count;
     request.bodyLimit = downloadLimit(configuration.downloadChunkSizeBytes);
     request.connectionUse = ConnectionUse::Own;
@@ -101,8 +106,10 @@ CloudflareSpeedTestRunner::downloadChunk(SpeedTestConfiguration configuration) {
 
 Task<CloudflareSpeedTestRunner::ChunkOutcome>
 CloudflareSpeedTestRunner::uploadChunk(SpeedTestConfiguration configuration, std::shared_ptr<const std::string> body) {
-    URLRequest request{
-        .url = *endpoint_.uploadURL, .method = HTTPMethod::Post, .timeout = configuration.requestTimeout};
+    URLRequest request{.url = *endpoint_.uploadURL,
+                       .method = HTTPMethod::Post,
+                       .timeout = configuration.requestTimeout,
+                       .totalTimeout = longestChunkSeconds};
     request.headers = {{"Content-Type", "application/octet-stream"}};
     request.body = std::move(body);
     request.bodyLength = configuration.uploadChunkSizeBytes;

@@ -141,6 +141,7 @@ std::vector<ChannelScanCongestionRow> congestionRows(const ChannelScanResult& re
             listed.push_back(sample);
     }
     std::vector<ChannelScanCongestionRow> rows;
+    rows.reserve(listed.size());
     for (const ChannelCongestionSample& sample : listed)
         rows.push_back(row(sample, result, format));
     return rows;

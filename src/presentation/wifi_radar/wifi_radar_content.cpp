@@ -23,6 +23,7 @@ Tone scoreColor(std::int64_t score) {
 
 std::vector<std::int64_t> scoresOf(const std::vector<WiFiSnapshot>& history) {
     std::vector<std::int64_t> scores;
+    scores.reserve(history.size());
     for (const WiFiSnapshot& snapshot : history)
         scores.push_back(radarQualityScore(snapshot));
     return scores;

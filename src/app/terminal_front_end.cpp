@@ -31,7 +31,9 @@ WiFiRadarPage::Actions radarActions(OnDemandTests& tests) {
 
 std::string speedTestNotice() {
     const auto url = speedTestURL();
-    return "It transfers 32 MB down and 12 MB up with " + (url ? url->host() : "no server: its URL is none") + ".";
+    if (!url || url->host().empty())
+        return "TOLVO_SPEED_TEST_URL is not a web address, so the test will fail.";
+    return "It transfers 32 MB down and 12 MB up with " + url->host() + ".";
 }
 
 } // namespace
@@ -80,7 +82,7 @@ TerminalScreenFrontEnd::TerminalScreenFrontEnd(AppDelegate& delegate, TextTermin
       exportController_(delegate.system().loop, delegate.onDemandTests().diagnosticsCollection, clipboard_, saveDialog_,
                         fileWriter_, localeDateTime),
       reportPage_(exportController_, delegate.onDemandTests().diagnosticsCollection, glyphsOfLocale()),
-      controller_(delegate.system().loop, terminal, monitorPage_,
+      controller_(delegate.system().loop, terminal, glyphsOfLocale(), monitorPage_,
                   {{"s", &speedTestPage_}, {"c", &channelScanPage_}, {"r", &radarPage_}, {"e", &reportPage_}},
                   std::move(onQuit)) {}
 

@@ -22,6 +22,7 @@ TEST(TerminalText, ForeignNamesCannotCommandTheTerminal) {
          {Row{"Café 😀", "Café 😀"}, Row{"\x1b[2Jx", "\\x1b[2Jx"}, Row{"a\xffz", "a\\xffz"},
           Row{"\u202Eevil", "\\u202eevil"}, Row{"\u009b31m", "\\x9b31m"}, Row{"\xE2\x82", "\\xe2\\x82"}})
         EXPECT_EQ(terminalSafe(row.text), row.safe);
+    EXPECT_EQ(asciiOnly("Café — 日本…"), "Caf? - ????~");
 }
 
 TEST(TerminalText, ClipsByColumnsAndNotByBytes) {
@@ -136,7 +137,7 @@ protected:
                      TerminalGlyphs::Unicode,
                      {},
                      false};
-    TerminalController controller{loop, terminal, page, {}, [this] { ++quits; }};
+    TerminalController controller{loop, terminal, TerminalGlyphs::Unicode, page, {}, [this] { ++quits; }};
 };
 
 TEST_F(Terminal, DrawsOnlyWhatChangedAndOnlyWhenSomethingDid) {

@@ -11,11 +11,12 @@ constexpr Seconds drawingDelay(0.03);
 
 } // namespace
 
-TerminalController::TerminalController(MainLoop& loop, TextTerminal& terminal, TerminalPage& firstPage,
-                                       std::map<std::string, TerminalPage*> pagesByKey, std::function<void()> onQuit)
+TerminalController::TerminalController(MainLoop& loop, TextTerminal& terminal, TerminalGlyphs glyphs,
+                                       TerminalPage& firstPage, std::map<std::string, TerminalPage*> pagesByKey,
+                                       std::function<void()> onQuit)
     : loop_(loop),
       terminal_(terminal),
-      view_(terminal),
+      view_(terminal, glyphs),
       firstPage_(firstPage),
       page_(&firstPage),
       pagesByKey_(std::move(pagesByKey)),

@@ -15,7 +15,7 @@ namespace tolvo {
 class TerminalController {
 public:
     /// The pages outlive it. onQuit is called when the user asks for the end, or the output is closed.
-    TerminalController(MainLoop& loop, TextTerminal& terminal, TerminalPage& firstPage,
+    TerminalController(MainLoop& loop, TextTerminal& terminal, TerminalGlyphs glyphs, TerminalPage& firstPage,
                        std::map<std::string, TerminalPage*> pagesByKey, std::function<void()> onQuit);
     TerminalController(const TerminalController&) = delete;
     TerminalController& operator=(const TerminalController&) = delete;

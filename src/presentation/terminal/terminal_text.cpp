@@ -82,6 +82,22 @@ std::string terminalSafe(std::string_view text) {
     return safe;
 }
 
+std::string asciiOnly(std::string_view text) {
+    std::string ascii;
+    while (!text.empty()) {
+        const CodePoint point = takeCodePoint(text);
+        if (point.isValid && point.value < 0x80)
+            ascii += point.bytes;
+        else if (point.bytes == "—")
+            ascii += '-';
+        else if (point.bytes == "…")
+            ascii += '~';
+        else
+            ascii.append(columnsOf(point.value), '?');
+    }
+    return ascii;
+}
+
 std::size_t columnCount(std::string_view text) {
     std::size_t columns = 0;
     while (!text.empty())

@@ -10,6 +10,10 @@ namespace tolvo {
 /// The names of foreign networks pass through here. Bytes that are not UTF-8 are written out too.
 std::string terminalSafe(std::string_view text);
 
+/// The text for a terminal that has ASCII only: the dash of an absent value and the mark of a cut have a likeness,
+/// all else becomes question marks, in as many columns.
+std::string asciiOnly(std::string_view text);
+
 /// How many columns a terminal needs for the text (Unicode's wide and zero-width ranges, roughly).
 std::size_t columnCount(std::string_view text);
 

@@ -1,5 +1,7 @@
 #include "presentation/terminal/terminal_view.h"
 
+#include "presentation/terminal/terminal_text.h"
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -30,12 +32,12 @@ std::string_view colourCode(Tone tone) {
     std::unreachable();
 }
 
-void appendSpan(std::string& output, const TerminalSpan& span) {
+void appendSpan(std::string& output, const TerminalSpan& span, TerminalGlyphs glyphs) {
     output.append("\x1b[0;")
         .append(span.isBold ? "1;" : "")
         .append(colourCode(span.tone))
         .append("m")
-        .append(span.text);
+        .append(glyphs == TerminalGlyphs::ASCII ? asciiOnly(span.text) : span.text);
 }
 
 } // namespace
@@ -57,7 +59,7 @@ bool TerminalView::show(const std::vector<TerminalLine>& lines) {
         // Erasing comes first: behind a full line the cursor still stands on its last character.
         output.append("\x1b[").append(std::to_string(i + 1)).append(";1H\x1b[0m\x1b[K");
         for (const TerminalSpan& span : lines[i])
-            appendSpan(output, span);
+            appendSpan(output, span, glyphs_);
         output.append("\x1b[0m");
     }
     shown_ = lines;

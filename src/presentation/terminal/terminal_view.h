@@ -10,7 +10,7 @@ namespace tolvo {
 /// Paints lines on a terminal in place, and only those that differ from what stands there.
 class TerminalView {
 public:
-    explicit TerminalView(TextTerminal& terminal) : terminal_(terminal) {}
+    TerminalView(TextTerminal& terminal, TerminalGlyphs glyphs) : terminal_(terminal), glyphs_(glyphs) {}
 
     TerminalSize size() const;
     /// Whether the output still takes anything.
@@ -20,6 +20,7 @@ public:
 
 private:
     TextTerminal& terminal_;
+    TerminalGlyphs glyphs_;
     std::vector<TerminalLine> shown_;
 };
 

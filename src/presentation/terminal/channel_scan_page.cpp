@@ -2,7 +2,7 @@
 
 #include "presentation/terminal/terminal_text.h"
 
-#include <iterator>
+#include <algorithm>
 #include <utility>
 
 namespace tolvo {
@@ -11,23 +11,32 @@ namespace {
 
 using Lines = std::vector<TerminalLine>;
 
-constexpr std::size_t titleColumns = 8;
-constexpr std::size_t scoreColumns = 14;
+constexpr std::size_t cardTitleColumns = 12;
+constexpr std::size_t titleColumns = 7;
+constexpr std::size_t scoreColumns = 12;
 constexpr std::size_t countColumns = 13;
-constexpr std::size_t barColumns = 12;
+constexpr std::size_t tagColumns = 20;
+constexpr std::size_t longestBarColumns = 12;
+
+/// On a narrow screen the bars give way to the marks, all by the same length.
+std::size_t barWidth(std::size_t columns) {
+    constexpr std::size_t others = 2 + titleColumns + scoreColumns + countColumns + tagColumns;
+    return columns > others ? std::min(columns - others, longestBarColumns) : 0;
+}
 
 TerminalLine cardLine(const ChannelScanSelectionCard& card, std::size_t columns) {
-    std::string text;
-    for (const std::string& line : card.lines)
-        text += line + "  ";
-    return titleAndValueLine({card.title, text}, columns, card.accentColor);
+    TerminalLine line{{" " + paddedToColumns(card.title, cardTitleColumns), Tone::Secondary}};
+    for (const std::string& text : card.lines)
+        line.push_back({text + "  ", card.accentColor});
+    return clippedLine(std::move(line), columns);
 }
 
 TerminalLine congestionLine(const ChannelScanCongestionRow& row, std::size_t columns, TerminalGlyphs glyphs) {
+    const std::size_t width = barWidth(columns);
     TerminalLine line{{" " + paddedToColumns(row.title, titleColumns)},
                       {paddedToColumns(row.score, scoreColumns)},
                       {paddedToColumns(row.count, countColumns), Tone::Secondary},
-                      {paddedToColumns(barText(row.barShare, barColumns, glyphs), barColumns + 1), row.barColor}};
+                      {paddedToColumns(barText(row.barShare, width, glyphs), width + 1), row.barColor}};
     for (const ChannelScanMarkerTag& tag : row.tags)
         line.push_back({tag.text + " ", tag.accentColor});
     return clippedLine(std::move(line), columns);
@@ -38,12 +47,19 @@ void appendResult(Lines& lines, const ChannelScanContent& content, std::size_t c
         titleAndValueLine({"Networks Seen", content.networksSeen + " in " + content.passes + " passes"}, columns));
     lines.push_back(cardLine(content.current, columns));
     lines.push_back(cardLine(content.recommended, columns));
-    std::ranges::move(wrappedLines(content.comparison, Tone::Primary, columns), std::back_inserter(lines));
-    lines.emplace_back();
+    appendWrapped(lines, content.comparison, Tone::Primary, columns);
+    lines.push_back(
+        clippedLine({{" Band Congestion", Tone::Primary, true}, {"  Lower is better.", Tone::Secondary}}, columns));
     for (const ChannelScanCongestionRow& row : content.rows)
         lines.push_back(congestionLine(row, columns, glyphs));
     if (content.rows.empty())
         lines.push_back(clippedLine({{" No channels available for the active band.", Tone::Secondary}}, columns));
+}
+
+void appendInvitation(Lines& lines, std::size_t columns) {
+    lines.push_back(clippedLine({{" No scan results yet", Tone::Primary, true}}, columns));
+    appendWrapped(lines, "Run a scan to compare current channel quality against nearby options in the same band.",
+                  Tone::Secondary, columns);
 }
 
 } // namespace
@@ -68,16 +84,12 @@ Lines ChannelScanPage::lines(TerminalSize size) const {
             progressLine(share, std::to_string(content.completedPasses) + " of " + std::to_string(content.totalPasses),
                          size.columns, glyphs_));
     } else if (const auto& message = lastErrorMessage_.value()) {
-        std::ranges::move(wrappedLines(terminalSafe(*message), Tone::Orange, size.columns), std::back_inserter(lines));
+        appendWrapped(lines, terminalSafe(*message), Tone::Orange, size.columns);
     }
-    if (content.hasResult) {
+    if (content.hasResult)
         appendResult(lines, content, size.columns, glyphs_);
-    } else {
-        std::ranges::move(wrappedLines("Run a scan to compare current channel quality against nearby options in the "
-                                       "same band.",
-                                       Tone::Secondary, size.columns),
-                          std::back_inserter(lines));
-    }
+    else
+        appendInvitation(lines, size.columns);
     return withKeyLine(std::move(lines), "Enter " + content.buttonLabel + "  Esc back", size);
 }
 

@@ -1,6 +1,7 @@
 #include "presentation/terminal/speed_test_page.h"
 
-#include <iterator>
+#include "presentation/terminal/terminal_text.h"
+
 #include <utility>
 
 namespace tolvo {
@@ -13,6 +14,12 @@ void appendProgress(Lines& lines, const SpeedTestContent& content, std::size_t c
     lines.push_back(progressLine(content.progress, content.progressPercent, columns, glyphs));
     lines.push_back(clippedLine({{" " + content.statusLine, Tone::Secondary}}, columns));
     lines.emplace_back();
+}
+
+void appendInvitation(Lines& lines, const std::string& notice, std::size_t columns) {
+    lines.push_back(clippedLine({{" No speed test results yet", Tone::Primary, true}}, columns));
+    appendWrapped(lines, "Run a test to measure download, upload, and latency under load.", Tone::Primary, columns);
+    appendWrapped(lines, notice, Tone::Secondary, columns);
 }
 
 void appendResults(Lines& lines, const SpeedTestContent& content, std::size_t columns) {
@@ -28,7 +35,8 @@ void appendResults(Lines& lines, const SpeedTestContent& content, std::size_t co
         lines.push_back(clippedLine(std::move(line), columns));
     }
     for (const SpeedTestInsightRow& row : content.insights)
-        lines.push_back(clippedLine({{" " + row.text, row.indicatorColor}}, columns));
+        appendWrapped(lines, row.text, row.indicatorColor, columns);
+    lines.push_back(clippedLine({{" " + content.lastTestedLine, Tone::Secondary}}, columns));
 }
 
 } // namespace
@@ -49,17 +57,14 @@ Lines SpeedTestPage::lines(TerminalSize size) const {
     if (content.statusBadge)
         header.push_back({"  " + content.statusBadge->text, content.statusBadge->tone, true});
     Lines lines{clippedLine(std::move(header), size.columns), {}};
-    if (content.isEmpty) {
-        std::ranges::move(wrappedLines("Run a test to measure download, upload, and latency under load.", Tone::Primary,
-                                       size.columns),
-                          std::back_inserter(lines));
-        std::ranges::move(wrappedLines(notice_, Tone::Secondary, size.columns), std::back_inserter(lines));
-    } else {
-        if (content.isRunning)
-            appendProgress(lines, content, size.columns, glyphs_);
+    if (content.isRunning)
+        appendProgress(lines, content, size.columns, glyphs_);
+    else if (const auto& message = sources_.lastErrorMessage.value())
+        appendWrapped(lines, terminalSafe(*message), Tone::Orange, size.columns);
+    if (content.isEmpty)
+        appendInvitation(lines, notice_, size.columns);
+    else
         appendResults(lines, content, size.columns);
-        lines.push_back(clippedLine({{" " + content.lastTestedLine, Tone::Secondary}}, size.columns));
-    }
     return withKeyLine(std::move(lines), "Enter " + content.buttonLabel + "  Esc back", size);
 }
 

@@ -14,7 +14,8 @@ public:
         std::function<void()> cancel;
     };
 
-    /// The notice says, before the first run, what will be moved and with whom.
+    /// The notice says, before the first run, what will be moved and with whom. The page keeps the reason of a failure
+    /// on show, since a terminal has no other place for it.
     SpeedTestPage(SpeedTestSources sources, Actions actions, std::string notice, TerminalGlyphs glyphs,
                   NumberFormat format, ShortTimeFormat shortTime);
 

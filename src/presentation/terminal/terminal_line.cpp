@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <span>
 #include <string_view>
 
@@ -62,7 +63,11 @@ TerminalLine progressLine(double share, const std::string& label, std::size_t co
                           Tone tone) {
     const std::size_t besides = columnCount(label) + 4;
     const std::size_t width = columns > besides ? columns - besides : 0;
-    return clippedLine({{" "}, {paddedToColumns(barText(share, width, glyphs), width), tone}, {"  " + label}}, columns);
+    const std::string done = barText(share, width, glyphs);
+    std::string ahead;
+    for (std::size_t i = columnCount(done); i < width; ++i)
+        ahead += glyphs == TerminalGlyphs::Unicode ? "░" : "-";
+    return clippedLine({{" "}, {done, tone}, {ahead, Tone::Secondary}, {"  " + label}}, columns);
 }
 
 std::string checkMark(bool isDone, TerminalGlyphs glyphs) {
@@ -101,6 +106,10 @@ std::vector<TerminalLine> wrappedLines(const std::string& text, Tone tone, std::
     for (std::string& line : lines)
         wrapped.push_back(clippedLine({{std::move(line), tone}}, columns));
     return wrapped;
+}
+
+void appendWrapped(std::vector<TerminalLine>& lines, const std::string& text, Tone tone, std::size_t columns) {
+    std::ranges::move(wrappedLines(text, tone, columns), std::back_inserter(lines));
 }
 
 } // namespace tolvo

@@ -52,5 +52,6 @@ TerminalLine clippedLine(TerminalLine line, std::size_t columns);
 
 /// The text in as many lines as it needs, broken between words.
 std::vector<TerminalLine> wrappedLines(const std::string& text, Tone tone, std::size_t columns);
+void appendWrapped(std::vector<TerminalLine>& lines, const std::string& text, Tone tone, std::size_t columns);
 
 } // namespace tolvo

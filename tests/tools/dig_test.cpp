@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <thread>
@@ -138,12 +139,14 @@ TEST_F(Dig, MeasuresWhatTheInstalledDigMeasures) {
             std::this_thread::sleep_for(delay);
             return answered(query);
         });
-        const int theirs = queryTime(run({"dig", "+time=1", "+tries=1", "example.test"}).output);
-        const int ours = queryTime(dig("example.test").output);
-        // What a busy machine adds to either.
-        constexpr int slack = 20;
+        // The least of a few: what a busy machine adds to one of them says nothing.
+        int theirs = 10'000, ours = 10'000;
+        for (int i = 0; i < 5; ++i) {
+            theirs = std::min(theirs, queryTime(run({"dig", "+time=1", "+tries=1", "example.test"}).output));
+            ours = std::min(ours, queryTime(dig("example.test").output));
+        }
         EXPECT_GE(ours, delay / 1ms);
-        EXPECT_NEAR(ours, theirs, slack) << delay / 1ms;
+        EXPECT_NEAR(ours, theirs, 20) << delay / 1ms;
     }
 }
 

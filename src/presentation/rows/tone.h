@@ -8,7 +8,7 @@
 namespace tolvo {
 
 /// The colours that contents speak of; each front end has its own shades of them.
-enum class Tone { Primary, Secondary, Green, Yellow, Orange, Red, Blue, Gray };
+enum class Tone { Primary, Secondary, White, Green, Yellow, Orange, Red, Blue, Gray };
 
 /// A state in one coloured word.
 struct Badge {

@@ -18,6 +18,8 @@ std::string_view colourCode(Tone tone) {
     case Tone::Secondary:
     case Tone::Gray:
         return "90";
+    case Tone::White:
+        return "97";
     case Tone::Green:
         return "32";
     case Tone::Yellow:

@@ -1,7 +1,6 @@
 #include "platform/linux/poll_loop.h"
 #include "platform/qt/qt_main_loop.h"
 
-#include <QCoreApplication>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -15,14 +14,6 @@ namespace {
 template<class Loop>
 class LoopContract : public ::testing::Test {
 protected:
-    static QCoreApplication& application() {
-        static int count = 1;
-        static std::array<char*, 2> arguments{const_cast<char*>("test"), nullptr};
-        static QCoreApplication instance(count, arguments.data());
-        return instance;
-    }
-
-    QCoreApplication& application_ = application();
     Loop loop;
     std::string order;
 };

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/services/locale_formats.h"
+
+#include <QLocale>
+
+namespace tolvo {
+
+/// The formats of the user's locale, as Qt knows it.
+class QtLocaleFormats final : public LocaleFormats {
+public:
+    explicit QtLocaleFormats(QLocale locale = QLocale::system()) : locale_(std::move(locale)) {}
+
+    std::string decimalSeparator() const override;
+    std::string timeOfDay(std::chrono::system_clock::time_point time) const override;
+    std::string longDate(std::chrono::year_month_day date) const override;
+    std::chrono::year_month_day localDate(std::chrono::system_clock::time_point time) const override;
+
+private:
+    QLocale locale_;
+};
+
+} // namespace tolvo

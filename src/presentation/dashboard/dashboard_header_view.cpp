@@ -1,0 +1,74 @@
+#include "presentation/dashboard/dashboard_header_view.h"
+
+#include "platform/qt/qt_text.h"
+#include "presentation/dashboard/dashboard_frame_content.h"
+#include "presentation/rows/badge_view.h"
+#include "presentation/rows/icon_button_view.h"
+#include "presentation/rows/style_view.h"
+#include "presentation/rows/symbol_view.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace tolvo {
+
+namespace {
+
+constexpr int markSize = 40;
+
+/// The brand's mark.
+class MarkView final : public QLabel {
+public:
+    explicit MarkView(QWidget* parent) : QLabel(parent) {
+        setFixedSize(markSize, markSize);
+        setAccessibleName(toQString(dashboardFrameContent.brandLabel));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        drawImage(painter, dashboardFrameContent.brandImageName, rect());
+    }
+};
+
+QLabel* makeLabel(std::string_view text, TextStyle style, QWidget* parent) {
+    auto* label = new QLabel(toQString(text), parent);
+    label->setFont(textFont(style, *parent));
+    return label;
+}
+
+} // namespace
+
+DashboardHeaderView::DashboardHeaderView(QWidget* parent) : QWidget(parent), badge_(new BadgeView(this)) {
+    const DashboardFrameContent& frame = dashboardFrameContent;
+    auto* subtitle = makeLabel(frame.subtitle, TextStyle::Caption, this);
+    subtitle->setForegroundRole(QPalette::PlaceholderText);
+    auto* brand = new QHBoxLayout;
+    brand->setSpacing(spacing::item);
+    brand->addWidget(makeLabel(frame.brandLabel, TextStyle::Title, this));
+    brand->addWidget(badge_);
+    brand->addStretch();
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addLayout(brand);
+    texts->addWidget(subtitle);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(new MarkView(this));
+    layout->addSpacing(spacing::item);
+    layout->addLayout(texts, 1);
+    for (const HeaderIconButton& button : frame.headerButtons) {
+        auto* view = new IconButtonView(button.symbolName, button.accessibilityLabel, button.toolTip, this);
+        QObject::connect(view, &QPushButton::clicked, this, [this, route = button.route] { onOpenPanel(route); });
+        layout->addWidget(view);
+    }
+}
+
+void DashboardHeaderView::show(const Badge& health) {
+    badge_->show(health);
+}
+
+} // namespace tolvo

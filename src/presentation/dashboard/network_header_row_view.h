@@ -1,0 +1,33 @@
+#pragma once
+
+#include "presentation/dashboard/dashboard_content.h"
+
+#include <QWidget>
+
+class QLabel;
+
+namespace tolvo {
+
+class IconButtonView;
+
+/// The network's name with its band; a button shows the channel's details.
+class NetworkHeaderRowView final : public QWidget {
+public:
+    explicit NetworkHeaderRowView(QWidget* parent = nullptr);
+
+    void show(const WiFiNetworkHeader& header);
+
+private:
+    class SignalSymbol;
+
+    void toggleChannel();
+
+    SignalSymbol* symbol_;
+    QLabel* name_;
+    QLabel* band_;
+    IconButtonView* details_;
+    /// A bubble over the rows below the button.
+    QLabel* channel_;
+};
+
+} // namespace tolvo

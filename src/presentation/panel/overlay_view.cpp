@@ -1,0 +1,74 @@
+#include "presentation/panel/overlay_view.h"
+
+#include "platform/qt/qt_text.h"
+#include "presentation/panel/panel_controller.h"
+#include "presentation/rows/style_view.h"
+#include "presentation/rows/text_button_view.h"
+
+#include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace tolvo {
+
+namespace {
+
+/// As round as the popover, so that its corners stay.
+constexpr double cornerRadius = 12;
+
+QLabel* makeLabel(std::string_view text, TextStyle style, QWidget* parent) {
+    auto* label = new QLabel(toQString(text), parent);
+    label->setFont(textFont(style, *parent));
+    label->setWordWrap(true);
+    return label;
+}
+
+QScrollArea* makeScrollArea(QWidget* content, QWidget* parent) {
+    auto* scroll = new QScrollArea(parent);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(content);
+    scroll->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    return scroll;
+}
+
+} // namespace
+
+OverlayView::OverlayView(PanelController& controller, PanelRoute route, const OverlayHeader& header, QWidget* parent)
+    : QWidget(parent) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(spacing::margin, spacing::inside, spacing::margin, spacing::margin);
+    layout->setSpacing(0);
+    if (const auto back = backButton(route)) {
+        auto* button = new TextButtonView(back->title, ButtonProminence::Standard, this);
+        button->setBackStyle();
+        QObject::connect(button, &QPushButton::clicked, this, [&controller] { controller.goBack(); });
+        layout->addWidget(button);
+        layout->addSpacing(spacing::item);
+    }
+    auto* subtitle = makeLabel(header.subtitle, TextStyle::Caption, this);
+    subtitle->setForegroundRole(QPalette::PlaceholderText);
+    layout->addWidget(makeLabel(header.title, TextStyle::Title, this));
+    layout->addWidget(subtitle);
+    layout->addSpacing(spacing::inside);
+    auto* content = new QWidget;
+    body_ = new QVBoxLayout(content);
+    body_->setContentsMargins(0, 0, 0, 0);
+    body_->setSpacing(spacing::group);
+    layout->addWidget(makeScrollArea(content, this), 1);
+}
+
+void OverlayView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(withOpacity(palette().color(QPalette::WindowText), 0.18));
+    painter.setBrush(palette().window());
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+}
+
+} // namespace tolvo

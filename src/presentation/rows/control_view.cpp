@@ -1,0 +1,54 @@
+#include "presentation/rows/control_view.h"
+
+#include "presentation/rows/style_view.h"
+
+#include <QEnterEvent>
+#include <QFocusEvent>
+#include <QPainter>
+
+namespace tolvo {
+
+ControlView::ControlView(QWidget* parent) : QPushButton(parent) {
+    setAutoDefault(true);
+    setFlat(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::ArrowCursor);
+}
+
+void ControlView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!isEnabled())
+        painter.setOpacity(0.45);
+    paintControl(painter);
+    if (hasFocus() && hasKeyboardFocus_)
+        paintFocusRing(painter, rect(), focusRadius(), palette());
+}
+
+void ControlView::focusInEvent(QFocusEvent* event) {
+    hasKeyboardFocus_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
+                        event->reason() == Qt::ShortcutFocusReason || event->reason() == Qt::OtherFocusReason;
+    QPushButton::focusInEvent(event);
+}
+
+void ControlView::enterEvent(QEnterEvent* event) {
+    QPushButton::enterEvent(event);
+    update();
+}
+
+void ControlView::leaveEvent(QEvent* event) {
+    QPushButton::leaveEvent(event);
+    update();
+}
+
+double ControlView::focusRadius() const {
+    return controlRadius;
+}
+
+double ControlView::groundOpacity() const {
+    if (isDown())
+        return 0.16;
+    return underMouse() && isEnabled() ? 0.09 : 0;
+}
+
+} // namespace tolvo

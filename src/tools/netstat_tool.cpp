@@ -1,5 +1,6 @@
 #include "tools/tool.h"
 
+#include "tools/address_table.h"
 #include "tools/link_table.h"
 #include "tools/proc_tcp_table.h"
 #include "tools/route_listing.h"
@@ -51,7 +52,12 @@ int printRoutes(int family) {
     const auto routes = readRoutes(family);
     if (!routes)
         return systemError("netstat", "reading the routes", routes.error());
-    return print(family == AF_UNSPEC ? listAllRoutes(*routes, *links) : listRouterRoutes(family, *routes, *links));
+    if (family != AF_UNSPEC)
+        return print(listRouterRoutes(family, *routes, *links));
+    const auto addresses = readAddresses(AF_INET6);
+    if (!addresses)
+        return systemError("netstat", "reading the addresses", addresses.error());
+    return print(listAllRoutes(*routes, *links, *addresses));
 }
 
 } // namespace

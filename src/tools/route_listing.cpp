@@ -64,6 +64,10 @@ void appendColumns(std::string& out, int family, std::string_view destination, s
     appendColumn(out, flags, 8);
 }
 
+bool leadsTo(const Route& route, const IPAddress& address) {
+    return route.prefixLength == route.destination.bitCount() && route.destination == address;
+}
+
 enum class Naming { Own, Tool };
 
 /// A route whose link is gone since is left out: it is on its way out too.
@@ -94,10 +98,16 @@ std::string destinationText(const Route& route, std::string_view zone) {
     return text;
 }
 
-std::string listAllRoutes(std::span<const Route> routes, std::span<const Link> links) {
+std::string listAllRoutes(std::span<const Route> routes, std::span<const Link> links,
+                          std::span<const InterfaceAddress> addresses) {
+    // IPv6 has such a route for each of its addresses; IPv4 keeps them in the local table.
+    std::vector<Route> listed(routes.begin(), routes.end());
+    std::erase_if(listed, [&](const Route& route) {
+        return std::ranges::any_of(addresses, [&](const auto& own) { return leadsTo(route, own.address); });
+    });
     std::string out = "Routing tables\n";
     for (const int family : {AF_INET, AF_INET6})
-        appendFamily(out, family, routes, links, Naming::Tool);
+        appendFamily(out, family, listed, links, Naming::Tool);
     return out;
 }
 

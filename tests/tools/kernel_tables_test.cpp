@@ -195,7 +195,7 @@ TEST(RouteListing, TheRouterIsThatOfTheMainTableIfItHasOne) {
     const std::string router = listRouterRoutes(AF_INET, routes, links);
     EXPECT_TRUE(router.contains("default            192.0.2.1          UGS     wlp2s0\n")) << router;
     EXPECT_FALSE(router.contains("10.1.0.1"));
-    EXPECT_TRUE(listAllRoutes(routes, links).contains("default            link#8             US      utun_wg_x\n"));
+    EXPECT_TRUE(listAllRoutes(routes, links, {}).contains("default            link#8             US      utun_wg_x\n"));
 }
 
 TEST(IPAddress, ReadsAsTheCLibraryWritesIt) {

@@ -1,6 +1,9 @@
 #include "tests/tools/sandbox.h"
 
+#include "platform/linux/inet_address_parser.h"
 #include "platform/linux/unique_descriptor.h"
+#include "platform/re2/re2_regular_expression.h"
+#include "probes/vpn_activity.h"
 
 #include <gtest/gtest.h>
 
@@ -173,6 +176,39 @@ TEST_F(ToolsInSandbox, TellsInterfacesRoutesAndRouters) {
         const ToolRun result = runTool(none);
         EXPECT_EQ(result.status, 1) << none;
         EXPECT_EQ(result.output + result.errors, "") << none;
+    }
+}
+
+TEST_F(ToolsInSandbox, ATunnelIsAVPNByItsAddressesAndRoutes) {
+    if (!tunnel("probe", IFF_TUN) || run({"ip", "-V"}).status != 0)
+        GTEST_SKIP() << "needs /dev/net/tun and iproute2";
+    const InetAddressParser addressParser;
+    const VPNTunnelInterfaceParser tunnelParser{Re2RegularExpressionCompiler()};
+    const std::string v4 = "ip addr add 10.8.0.2/32 dev $1; ", v6 = "ip addr add 2001:db8::2/128 dev $1 nodad; ",
+                      route = "ip route add 10.20.0.0/16 dev $1";
+    const struct {
+        const char* name;
+        std::string script;
+        bool expected;
+    } cases[] = {{"corp-vpn", "", false},
+                 {"corp-vpn", route, false},
+                 {"corp-vpn", v4, false},
+                 {"corp-vpn", v4 + route, true},
+                 {"corp-vpn", v4 + route + " table 52", true},
+                 {"corp-vpn", v4 + "ip route add 0.0.0.0/1 dev $1; ip route add 128.0.0.0/1 dev $1", false},
+                 {"corp-vpn", v4 + route + "; ip link set $1 down", false},
+                 {"utun7", v4, true},
+                 {"utun7", v6, false},
+                 {"utun7", v6 + "ip route add default dev $1", false},
+                 {"utun7", v6 + "ip route add 2001:db8:5::/48 dev $1", true}};
+    for (const auto& [name, script, expected] : cases) {
+        const UniqueDescriptor device = tunnel(name, IFF_TUN);
+        configure("set -- " + std::string(name) + "; ip link set $1 up; " + script);
+        EXPECT_EQ(evaluateVPNActivity(parseVPNConnectionServices(runTool("scutil --nc list").output),
+                                      tunnelParser.parseVPNTunnelInterfaces(runTool("ifconfig").output),
+                                      parseVPNRoutes(runTool("netstat -rn").output), addressParser),
+                  expected)
+            << name << ": " << script;
     }
 }
 

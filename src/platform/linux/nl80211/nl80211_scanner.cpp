@@ -99,12 +99,16 @@ Task<WiFiClient::ScanOutcome> Nl80211Scanner::scan() {
     const auto starter = co_await start(interface.index, interface.name);
     if (!starter)
         co_return presentResults(interface.index, starter.error());
+    co_await waitForEnd(*starter, progress);
+    co_return outcomeOf(interface.index, progress);
+}
+
+Task<void> Nl80211Scanner::waitForEnd(Starter starter, Progress& progress) {
     const auto deadline = loop_.after(longestScan, [&] { progress.end.set(ScanEnd::TimedOut); });
     LoopRegistration patience;
-    if (*starter == Starter::Requester && isSoonAfterScan())
+    if (starter == Starter::Requester && isSoonAfterScan())
         patience = loop_.after(patienceForStart, [&] { progress.giveUpUnlessStarted(); });
     progress.reached = co_await progress.end.take();
-    co_return outcomeOf(interface.index, progress);
 }
 
 WiFiClient::ScanOutcome Nl80211Scanner::outcomeOf(std::uint32_t interfaceIndex, const Progress& progress) {

@@ -7,8 +7,10 @@
 #include "platform/services/wifi_client.h"
 
 #include <chrono>
+#include <expected>
 #include <functional>
-#include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace tolvo {
@@ -31,6 +33,7 @@ private:
     /// A scan that runs already counts as the kernel's.
     enum class Starter { Kernel, Requester };
     Task<std::expected<Starter, WiFiScanError>> start(std::uint32_t interfaceIndex, std::string interfaceName);
+    Task<void> waitForEnd(Starter starter, Progress& progress);
     bool isSoonAfterScan() const;
     WiFiClient::ScanOutcome outcomeOf(std::uint32_t interfaceIndex, const Progress& progress);
     WiFiClient::ScanOutcome freshResults(std::uint32_t interfaceIndex, const Progress& progress);

@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <string>
 
 namespace tolvo::tools {
 
@@ -47,7 +48,7 @@ int runIpconfig(ToolArguments arguments) {
     const bool asksRouter = arguments.size() == 3 && arguments[0] == "getoption" && arguments[2] == "router";
     if ((!asksAddress && !asksRouter) || arguments[1].empty())
         return usageError("ipconfig getifaddr INTERFACE | getoption INTERFACE router");
-    const unsigned interfaceIndex = ::if_nametoindex(arguments[1].data());
+    const unsigned interfaceIndex = ::if_nametoindex(std::string(arguments[1]).c_str());
     if (interfaceIndex == 0)
         return exitStatus::NothingFound;
     return asksRouter ? printRouter(interfaceIndex) : printAddress(interfaceIndex);

@@ -19,7 +19,7 @@ constexpr const char* familyName = "nl80211";
 
 /// The kernel fills dumps up to this size if it is given so much (NETLINK's max_recvmsg_len), so that no message is
 /// cut short and a reply comes in few pieces.
-constexpr std::size_t bufferSize = 32 * 1024;
+constexpr std::size_t bufferSize = 32'768;
 
 /// The kernel answers before the sending of a question returns; an answer that isn't there by then hardly ever comes.
 constexpr timeval receiveTimeout{.tv_sec = 0, .tv_usec = 200'000};

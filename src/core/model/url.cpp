@@ -86,4 +86,17 @@ std::optional<URL> URL::parse(std::string_view text) {
     return url;
 }
 
+std::string percentEncoded(std::string_view text, std::string_view alsoPlain) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string result;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (isLetter(c) || isDigit(c) || std::string_view("-._~").contains(c) || alsoPlain.contains(c))
+            result += c;
+        else
+            result += {'%', digits[byte >> 4], digits[byte & 0xF]};
+    }
+    return result;
+}
+
 } // namespace tolvo

@@ -32,4 +32,8 @@ private:
     std::string path_;
 };
 
+/// The bytes of a text as they may stand in a URL: ASCII letters, digits, "-", ".", "_", "~" and the characters given
+/// stay, all others become "%" and two hexadecimal digits (RFC 3986, section 2).
+std::string percentEncoded(std::string_view text, std::string_view alsoPlain);
+
 } // namespace tolvo

@@ -2,6 +2,7 @@
 
 #include <poll.h>
 #include <systemd/sd-bus.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -50,6 +51,14 @@ void BusConnection::BusDeleter::operator()(sd_bus* bus) const {
 std::string BusConnection::systemBusAddress() {
     const char* address = std::getenv("DBUS_SYSTEM_BUS_ADDRESS");
     return address && *address ? address : "unix:path=/run/dbus/system_bus_socket";
+}
+
+std::string BusConnection::sessionBusAddress() {
+    const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    if (address && *address)
+        return address;
+    const char* folder = std::getenv("XDG_RUNTIME_DIR");
+    return "unix:path=" + (folder && *folder ? folder : "/run/user/" + std::to_string(::getuid())) + "/bus";
 }
 
 BusConnection::BusConnection(MainLoop& loop, std::string address, RetryDelays retryDelays)
@@ -141,13 +150,13 @@ BusConnection::OwnedSlot BusConnection::match(const std::string& rule, MessageHa
 }
 
 BusConnection::OwnedSlot BusConnection::call(const Method& method, const ArgumentWriter& writeArguments,
-                                             MessageHandler handler) {
+                                             MessageHandler handler, ServiceStart serviceStart) {
     sd_bus_message* created = nullptr;
     if (!bus_ || sd_bus_message_new_method_call(bus_.get(), &created, method.destination, method.path, method.interface,
                                                 method.name) < 0)
         return nullptr;
     const std::unique_ptr<sd_bus_message, MessageDeleter> message(created);
-    sd_bus_message_set_auto_start(created, 0);
+    sd_bus_message_set_auto_start(created, serviceStart == ServiceStart::IfNeeded ? 1 : 0);
     if (writeArguments(*created) < 0)
         return nullptr;
     OwnedSlot slot(new Slot(std::move(handler)));

@@ -40,8 +40,13 @@ public:
         const char* name;
     };
 
+    /// Whether a call starts a service that doesn't run.
+    enum class ServiceStart { Never, IfNeeded };
+
     /// What DBUS_SYSTEM_BUS_ADDRESS says, else the usual place.
     static std::string systemBusAddress();
+    /// What DBUS_SESSION_BUS_ADDRESS says, else the usual place.
+    static std::string sessionBusAddress();
 
     BusConnection(MainLoop& loop, std::string address, RetryDelays retryDelays);
     BusConnection(const BusConnection&) = delete;
@@ -59,8 +64,9 @@ public:
     // To be called from onConnecting or from handlers; nothing is sent, and nothing given, without a connection.
 
     OwnedSlot match(const std::string& rule, MessageHandler handler);
-    /// A call that starts no service. The reply may be an error message, the bus's own "no reply" after 25 seconds too.
-    OwnedSlot call(const Method& method, const ArgumentWriter& writeArguments, MessageHandler handler);
+    /// The reply may be an error message, the bus's own "no reply" after 25 seconds too.
+    OwnedSlot call(const Method& method, const ArgumentWriter& writeArguments, MessageHandler handler,
+                   ServiceStart serviceStart = ServiceStart::Never);
 
 private:
     struct BusDeleter {

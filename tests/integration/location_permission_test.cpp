@@ -3,11 +3,9 @@
 #include "integration/system_settings_location_opener.h"
 #include "presentation/location_permission/location_permission_content.h"
 #include "tests/support/manual_loop.h"
+#include "tests/support/scripted_url_opener.h"
 
 #include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 namespace tolvo::testing {
 namespace {
@@ -19,18 +17,6 @@ public:
 
     int rawStatus = 0;
     int requestCount = 0;
-};
-
-/// Opens only the URL with this text; none when it is empty.
-class ScriptedURLOpener final : public URLOpening {
-public:
-    bool open(const URL& url) override {
-        tried.push_back(url.text());
-        return url.text() == openable;
-    }
-
-    std::string openable;
-    std::vector<std::string> tried;
 };
 
 class LocationPermissionTest : public ::testing::Test {

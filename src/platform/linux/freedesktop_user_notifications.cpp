@@ -118,10 +118,10 @@ void FreedesktopUserNotifications::sendWaiting() {
 void FreedesktopUserNotifications::send(Delivery& delivery) {
     const auto noArguments = [](sd_bus_message&) { return 0; };
     delivery.notifyCall.reset();
-    delivery.capabilitiesCall =
-        bus_.call(getCapabilities, noArguments,
-                  [this, &delivery](sd_bus_message& reply) { receiveCapabilities(reply, delivery); },
-                  BusConnection::ServiceStart::IfNeeded);
+    delivery.capabilitiesCall = bus_.call(
+        getCapabilities, noArguments,
+        [this, &delivery](sd_bus_message& reply) { receiveCapabilities(reply, delivery); },
+        BusConnection::ServiceStart::IfNeeded);
     delivery.state = delivery.capabilitiesCall ? Delivery::State::Sent : Delivery::State::Waiting;
 }
 
@@ -134,8 +134,7 @@ void FreedesktopUserNotifications::receiveCapabilities(sd_bus_message& reply, De
     const std::string body = canShowMarkup(reply) ? escapedForMarkup(content.body) : content.body;
     --delivery.attemptsLeft;
     delivery.notifyCall = bus_.call(
-        notify,
-        [&](sd_bus_message& call) { return writeNotification(call, content, body, delivery.id) ? 0 : -EINVAL; },
+        notify, [&](sd_bus_message& call) { return writeNotification(call, content, body, delivery.id) ? 0 : -EINVAL; },
         [this, &delivery](sd_bus_message& answer) { receiveID(answer, delivery); },
         BusConnection::ServiceStart::IfNeeded);
 }

@@ -9,7 +9,7 @@ namespace tolvo {
 /// The formats of the user's locale, as Qt knows it.
 class QtLocaleFormats final : public LocaleFormats {
 public:
-    explicit QtLocaleFormats(QLocale locale = QLocale::system()) : locale_(std::move(locale)) {}
+    explicit QtLocaleFormats(const QLocale& locale = QLocale::system()) : locale_(locale) {}
 
     std::string decimalSeparator() const override;
     std::string timeOfDay(std::chrono::system_clock::time_point time) const override;

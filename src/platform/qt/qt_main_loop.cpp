@@ -70,11 +70,10 @@ LoopRegistration QtMainLoop::watch(int descriptor, DescriptorEvent event, Work w
     auto shared = std::make_shared<Work>(std::move(work));
     auto notifier = std::make_unique<QSocketNotifier>(descriptor, type);
     QObject::connect(notifier.get(), &QSocketNotifier::activated, receiver_.get(), [this, shared] {
-        // A registration may go within its own work, which has to live until its end.
-        const auto running = shared;
         if (!isQuitting_)
-            (*running)();
+            (*shared)();
     });
+    // A registration may go within its own work, which has to live until its end.
     return LoopRegistration([notifier = std::move(notifier)]() mutable {
         notifier->setEnabled(false);
         notifier.release()->deleteLater();

@@ -10,8 +10,9 @@ namespace {
 
 StatusNotifierPixmap statusNotifierPixmap(const RasterImage& image) {
     StatusNotifierPixmap pixmap{image.width, image.height, {}};
-    pixmap.bytes.resize(static_cast<qsizetype>(image.pixels.size() * sizeof(std::uint32_t)));
-    qToBigEndian<std::uint32_t>(image.pixels.data(), static_cast<qsizetype>(image.pixels.size()), pixmap.bytes.data());
+    const auto count = static_cast<qsizetype>(image.pixels.size());
+    pixmap.bytes.resize(count * static_cast<qsizetype>(sizeof(std::uint32_t)));
+    qToBigEndian<std::uint32_t>(image.pixels.data(), count, pixmap.bytes.data());
     return pixmap;
 }
 
@@ -37,6 +38,7 @@ QDBusArgument& operator<<(QDBusArgument& argument, const StatusNotifierPixmap& p
     return argument;
 }
 
+// NOLINTBEGIN(bugprone-return-const-ref-from-parameter): the form that the library asks for.
 const QDBusArgument& operator>>(const QDBusArgument& argument, StatusNotifierPixmap& pixmap) {
     argument.beginStructure();
     argument >> pixmap.width >> pixmap.height >> pixmap.bytes;
@@ -59,5 +61,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, StatusNotifierToo
     argument.endStructure();
     return argument;
 }
+
+// NOLINTEND(bugprone-return-const-ref-from-parameter)
 
 } // namespace tolvo

@@ -15,7 +15,7 @@ namespace tolvo {
 namespace {
 
 /// Four frames take less than 1 KiB; a bigger file is none of ours.
-constexpr qint64 longestFile = 64 * 1024;
+constexpr qint64 longestFile = 65536;
 /// Beyond this no window can lie.
 constexpr double farthestCoordinate = 32767;
 

@@ -22,9 +22,10 @@ public:
     }
 
     std::optional<int> digits(std::size_t count) {
+        const std::string_view text = rest_.substr(0, count);
         int value = 0;
-        const auto end = std::from_chars(rest_.data(), rest_.data() + std::min(count, rest_.size()), value);
-        if (rest_.starts_with('-') || end.ec != std::errc() || end.ptr != rest_.data() + count)
+        const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (text.starts_with('-') || end.ec != std::errc() || end.ptr != rest_.data() + count)
             return std::nullopt;
         rest_.remove_prefix(count);
         return value;

@@ -54,6 +54,9 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::bindLastSSID() {
+    // A simulated network is none that the user was in.
+    if (system_.isAirSimulated)
+        return;
     ssidSubscription_ = monitoring().wifiMonitor.latestSnapshot.subscribe([this](const auto& snapshot) {
         if (!snapshot || !snapshot->ssid || snapshot->ssid == boundSSID_)
             return;

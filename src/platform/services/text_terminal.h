@@ -15,8 +15,8 @@ public:
         std::size_t rows = 24;
     };
 
-    /// Skipped is an output that takes nothing at the moment, such as a terminal that its user has halted: it loses what
-    /// was written, so that nothing waits for it.
+    /// Skipped is an output that takes nothing at the moment, such as a terminal that its user has halted: it loses
+    /// what was written, so that nothing waits for it.
     enum class WriteOutcome { Written, Skipped, Closed };
 
     TextTerminal(const TextTerminal&) = delete;

@@ -106,7 +106,7 @@ TEST_F(DiagnosticsCollectionTest, ActionsSayWhatBecameOfThem) {
 }
 
 TEST_F(DiagnosticsCollectionTest, FileNameHasTheLocalTime) {
-    setenv("TZ", "XXX-15", 1);
+    setenv("TZ", "LAB-15", 1);
     tzset();
     EXPECT_EQ(collection.fileName(), "tolvo-diagnostics-20260201-003005.json");
     unsetenv("TZ");

@@ -15,7 +15,7 @@ constexpr std::string_view defaultDownloadBase = "https://" TOLVO_WEB_HOST "/rel
 
 constexpr double requestTimeout = 10;
 /// Bytes; a description with long release notes has some ten thousand.
-constexpr std::size_t replyLimit = 256 * 1024;
+constexpr std::size_t replyLimit = std::size_t{256} * 1024;
 
 /// Blank, or with a build variable that was not filled in.
 bool saysNothing(std::string_view trimmedText) {

@@ -31,8 +31,8 @@ public:
     void await_suspend(std::coroutine_handle<Promise> coroutine) {
         const TaskContext& context = coroutine.promise().context;
         resumption_.arm(*context.loop, coroutine);
-        thread_ = std::jthread([this, resume = resumption_.trigger()](std::stop_token stopToken) mutable {
-            run(std::move(stopToken));
+        thread_ = std::jthread([this, resume = resumption_.trigger()](const std::stop_token& stopToken) mutable {
+            run(stopToken);
             resume();
         });
         stopCallback_.emplace(context.stopToken, [this] { thread_.request_stop(); });
@@ -47,9 +47,9 @@ public:
     }
 
 private:
-    void run(std::stop_token stopToken) noexcept {
+    void run(const std::stop_token& stopToken) noexcept {
         try {
-            outcome_.template emplace<1>(function_(std::move(stopToken)));
+            outcome_.template emplace<1>(function_(stopToken));
         } catch (...) {
             outcome_.template emplace<2>(std::current_exception());
         }

@@ -32,7 +32,7 @@ bool canShowMarkup(sd_bus_message& capabilities) {
     if (sd_bus_message_enter_container(&capabilities, 'a', "s") <= 0)
         return false;
     const char* capability = nullptr;
-    while (sd_bus_message_read_basic(&capabilities, 's', &capability) > 0) {
+    while (sd_bus_message_read_basic(&capabilities, 's', static_cast<void*>(&capability)) > 0) {
         if (capability == std::string_view("body-markup"))
             return true;
     }

@@ -14,38 +14,6 @@ bool isWhiteSpace(char c) {
     return whiteSpace.find(c) != std::string_view::npos;
 }
 
-/// The length of the well-formed sequence that begins here (Unicode, table 3-7), or 0.
-std::size_t sequenceLength(std::string_view rest) {
-    const auto byteAt = [&](std::size_t i) { return static_cast<std::uint8_t>(rest[i]); };
-    struct Range {
-        std::uint8_t first, last, secondMin, secondMax;
-        std::size_t length;
-    };
-    static constexpr std::array<Range, 9> ranges{{{0x00, 0x7F, 0, 0, 1},
-                                                  {0xC2, 0xDF, 0x80, 0xBF, 2},
-                                                  {0xE0, 0xE0, 0xA0, 0xBF, 3},
-                                                  {0xE1, 0xEC, 0x80, 0xBF, 3},
-                                                  {0xED, 0xED, 0x80, 0x9F, 3},
-                                                  {0xEE, 0xEF, 0x80, 0xBF, 3},
-                                                  {0xF0, 0xF0, 0x90, 0xBF, 4},
-                                                  {0xF1, 0xF3, 0x80, 0xBF, 4},
-                                                  {0xF4, 0xF4, 0x80, 0x8F, 4}}};
-    for (const Range& range : ranges) {
-        if (byteAt(0) < range.first || byteAt(0) > range.last)
-            continue;
-        if (rest.size() < range.length)
-            return 0;
-        if (range.length > 1 && (byteAt(1) < range.secondMin || byteAt(1) > range.secondMax))
-            return 0;
-        for (std::size_t i = 2; i < range.length; ++i) {
-            if ((byteAt(i) & 0xC0) != 0x80)
-                return 0;
-        }
-        return range.length;
-    }
-    return 0;
-}
-
 } // namespace
 
 std::string_view trimmed(std::string_view text) {
@@ -99,9 +67,41 @@ std::string upperCased(std::string_view text) {
     return result;
 }
 
+std::size_t utf8SequenceLength(std::string_view bytes) {
+    const auto byteAt = [&](std::size_t i) { return static_cast<std::uint8_t>(bytes[i]); };
+    // Unicode, table 3-7.
+    struct Range {
+        std::uint8_t first, last, secondMin, secondMax;
+        std::size_t length;
+    };
+    static constexpr std::array<Range, 9> ranges{{{0x00, 0x7F, 0, 0, 1},
+                                                  {0xC2, 0xDF, 0x80, 0xBF, 2},
+                                                  {0xE0, 0xE0, 0xA0, 0xBF, 3},
+                                                  {0xE1, 0xEC, 0x80, 0xBF, 3},
+                                                  {0xED, 0xED, 0x80, 0x9F, 3},
+                                                  {0xEE, 0xEF, 0x80, 0xBF, 3},
+                                                  {0xF0, 0xF0, 0x90, 0xBF, 4},
+                                                  {0xF1, 0xF3, 0x80, 0xBF, 4},
+                                                  {0xF4, 0xF4, 0x80, 0x8F, 4}}};
+    for (const Range& range : ranges) {
+        if (byteAt(0) < range.first || byteAt(0) > range.last)
+            continue;
+        if (bytes.size() < range.length)
+            return 0;
+        if (range.length > 1 && (byteAt(1) < range.secondMin || byteAt(1) > range.secondMax))
+            return 0;
+        for (std::size_t i = 2; i < range.length; ++i) {
+            if ((byteAt(i) & 0xC0) != 0x80)
+                return 0;
+        }
+        return range.length;
+    }
+    return 0;
+}
+
 bool isValidUTF8(std::string_view bytes) {
     while (!bytes.empty()) {
-        const std::size_t length = sequenceLength(bytes);
+        const std::size_t length = utf8SequenceLength(bytes);
         if (length == 0)
             return false;
         bytes.remove_prefix(length);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,8 @@ std::vector<std::string_view> tokens(std::string_view line);
 /// ASCII letters only; other bytes stay.
 std::string lowerCased(std::string_view text);
 std::string upperCased(std::string_view text);
+/// The length of the well-formed UTF-8 sequence that the bytes, at least one, begin with; 0 for none.
+std::size_t utf8SequenceLength(std::string_view bytes);
 bool isValidUTF8(std::string_view bytes);
 
 } // namespace tolvo

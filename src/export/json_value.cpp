@@ -42,22 +42,38 @@ private:
 
     void append(const std::string& value) {
         text += '"';
-        for (const char c : value)
-            appendEscaped(c);
+        for (std::string_view rest = value; !rest.empty(); rest.remove_prefix(1)) {
+            // A line may end up on a terminal, and that obeys these controls too.
+            if (!isPretty_ && beginsWithC1Control(rest)) {
+                rest.remove_prefix(1);
+                appendNumbered(rest.front());
+            } else {
+                appendEscaped(rest.front());
+            }
+        }
         text += '"';
+    }
+
+    /// Whether it begins with one of U+0080 to U+009F.
+    static bool beginsWithC1Control(std::string_view bytes) {
+        return bytes.size() >= 2 && bytes[0] == '\xc2' && bytes[1] >= '\x80' && bytes[1] <= '\x9f';
     }
 
     void appendEscaped(char c) {
         constexpr std::string_view escaped = "\"\\/\b\f\n\r\t";
         constexpr std::string_view names = "\"\\/bfnrt";
-        constexpr std::string_view digits = "0123456789abcdef";
         if (const auto index = escaped.find(c); index != std::string_view::npos)
             text.append({'\\', names[index]});
-        else if (static_cast<unsigned char>(c) < 0x20)
-            text.append("\\u00").append(
-                {digits[static_cast<std::size_t>(c >> 4)], digits[static_cast<std::size_t>(c & 15)]});
+        else if (static_cast<unsigned char>(c) < 0x20 || (!isPretty_ && c == '\x7f'))
+            appendNumbered(c);
         else
             text += c;
+    }
+
+    void appendNumbered(char c) {
+        constexpr std::string_view digits = "0123456789abcdef";
+        const auto value = static_cast<unsigned char>(c);
+        text.append("\\u00").append({digits[value >> 4U], digits[value & 15U]});
     }
 
     void append(const JSONArray& array) {

@@ -65,7 +65,8 @@ struct JSONEncodingError {
 };
 
 /// The document as UTF-8: keys in ascending order, the shortest decimals that read back to the same value, the solidus
-/// escaped. Fails for a real that is not finite, and for a text that is not valid UTF-8.
+/// escaped, on one line also DEL and U+0080 to U+009F. Fails for a real that is not finite, and for a text that is not
+/// valid UTF-8.
 std::expected<std::string, JSONEncodingError> encodeJSON(const JSONValue& value, JSONLayout layout);
 
 } // namespace tolvo

@@ -21,6 +21,7 @@ TEST(JSON, NumbersAreTheShortestThatReadBack) {
 
 TEST(JSON, TextsAreEscapedAndMustBeUTF8) {
     EXPECT_EQ(oneLine("a\"b\\c/d\n\x01\x1f é"), R"("a\"b\\c\/d\n\u0001\u001f é")");
+    EXPECT_EQ(oneLine("\u009b2J\x7f \u00a0"), "\"\\u009b2J\\u007f \u00a0\"");
     EXPECT_EQ(oneLine("\xff"), "Unable to convert diagnostics JSON data to UTF-8 string.");
 }
 

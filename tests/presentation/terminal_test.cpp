@@ -20,7 +20,8 @@ TEST(TerminalText, ForeignNamesCannotCommandTheTerminal) {
     };
     for (const Row& row :
          {Row{"Café 😀", "Café 😀"}, Row{"\x1b[2Jx", "\\x1b[2Jx"}, Row{"a\xffz", "a\\xffz"},
-          Row{"\u202Eevil", "\\u202eevil"}, Row{"\u009b31m", "\\x9b31m"}, Row{"\xE2\x82", "\\xe2\\x82"}})
+          Row{"\u202Eevil", "\\u202eevil"}, Row{"\u009b31m", "\\x9b31m"}, Row{"\xE2\x82", "\\xe2\\x82"},
+          Row{"\u061C1", "\\u061c1"}, Row{"\xED\xA0\x80", "\\xed\\xa0\\x80"}, Row{"\xC1\x81", "\\xc1\\x81"}})
         EXPECT_EQ(terminalSafe(row.text), row.safe);
     EXPECT_EQ(asciiOnly("Café — 日本…"), "Caf? - ????~");
 }

@@ -1,8 +1,9 @@
 #include "presentation/terminal/terminal_text.h"
 
+#include "core/text.h"
+
 #include <algorithm>
 #include <array>
-#include <bit>
 
 namespace tolvo {
 
@@ -17,17 +18,13 @@ struct CodePoint {
 /// Takes the first code point off the text. A byte that begins none is one of its own.
 CodePoint takeCodePoint(std::string_view& text) {
     const auto lead = static_cast<unsigned char>(text.front());
-    const std::size_t length = lead < 0x80 ? 1 : static_cast<std::size_t>(std::countl_one(lead));
-    bool isValid = lead < 0x80 || (length >= 2 && length <= 4 && length <= text.size());
-    char32_t value = lead < 0x80 ? lead : lead & (0x7FU >> std::min<std::size_t>(length, 7));
-    for (std::size_t i = 1; isValid && i < length; ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        isValid = (byte & 0xC0) == 0x80;
-        value = (value << 6) | (byte & 0x3FU);
-    }
-    const std::string_view bytes = text.substr(0, isValid ? length : 1);
+    const std::size_t length = utf8SequenceLength(text);
+    const std::string_view bytes = text.substr(0, std::max<std::size_t>(length, 1));
     text.remove_prefix(bytes.size());
-    return {isValid ? value : lead, bytes, isValid};
+    char32_t value = length < 2 ? lead : lead & (0x7FU >> length);
+    for (const char c : bytes.substr(1))
+        value = (value << 6) | (static_cast<unsigned char>(c) & 0x3FU);
+    return {value, bytes, length > 0};
 }
 
 struct CodePointRange {
@@ -40,8 +37,8 @@ bool isIn(const std::array<CodePointRange, Count>& ranges, char32_t value) {
 }
 
 /// Control characters, and the marks that turn the direction of what follows.
-constexpr std::array<CodePointRange, 5> obeyed{
-    {{0, 0x1F}, {0x7F, 0x9F}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}}};
+constexpr std::array<CodePointRange, 6> obeyed{
+    {{0, 0x1F}, {0x7F, 0x9F}, {0x61C, 0x61C}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}}};
 constexpr std::array<CodePointRange, 5> zeroWidth{
     {{0x300, 0x36F}, {0x200B, 0x200D}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}, {0xE0100, 0xE01EF}}};
 constexpr std::array<CodePointRange, 9> wide{{{0x1100, 0x115F},

@@ -34,12 +34,14 @@ std::string_view colourCode(Tone tone) {
     std::unreachable();
 }
 
+/// What names hold is written out where lines are made, so that they fit. It is here once more that nothing gets past.
 void appendSpan(std::string& output, const TerminalSpan& span, TerminalGlyphs glyphs) {
+    const std::string text = terminalSafe(span.text);
     output.append("\x1b[0;")
         .append(span.isBold ? "1;" : "")
         .append(colourCode(span.tone))
         .append("m")
-        .append(glyphs == TerminalGlyphs::ASCII ? asciiOnly(span.text) : span.text);
+        .append(glyphs == TerminalGlyphs::ASCII ? asciiOnly(text) : text);
 }
 
 } // namespace

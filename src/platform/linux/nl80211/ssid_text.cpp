@@ -12,14 +12,6 @@ namespace {
 constexpr std::byte ssidElement{0};
 constexpr std::size_t longestSSID = 32;
 
-std::size_t wellFormedLength(std::string_view rest) {
-    for (std::size_t length = 1; length <= std::min<std::size_t>(4, rest.size()); ++length) {
-        if (isValidUTF8(rest.substr(0, length)))
-            return length;
-    }
-    return 0;
-}
-
 std::string escaped(char byte) {
     constexpr std::string_view digits = "0123456789abcdef";
     const auto value = static_cast<unsigned char>(byte);
@@ -36,7 +28,7 @@ std::string ssidText(Bytes ssid) {
     std::string_view rest(reinterpret_cast<const char*>(ssid.data()), ssid.size());
     std::string text;
     while (!rest.empty()) {
-        const std::size_t length = wellFormedLength(rest);
+        const std::size_t length = utf8SequenceLength(rest);
         text += length > 0 ? std::string(rest.substr(0, length)) : escaped(rest.front());
         rest.remove_prefix(std::max<std::size_t>(length, 1));
     }

@@ -9,7 +9,7 @@ namespace tolvo {
 SystemServices::SystemServices(MainLoop& mainLoop)
     : loop(mainLoop),
       userDefaults(JsonFileUserDefaults::standardPath()),
-      processService(loop, toolPaths(allowedToolPaths(), toolsFolder())),
+      processService(loop, toolPaths(allowedToolPaths(), toolsFolder()), forkingProgram(toolsFolder())),
       workspace(processService),
       pathMonitor(loop),
       sleepNotifications(loop),

@@ -38,6 +38,8 @@ int runNamedTool(ToolArguments commandLine) {
         if (const NamedTool* tool = toolCalled(baseName(commandLine[0])))
             return tool->run(commandLine.subspan(1));
     }
+    if (commandLine.size() == 2 && commandLine[1] == "serve")
+        return serveForks();
     if (commandLine.size() > 1) {
         if (const NamedTool* tool = toolCalled(commandLine[1]))
             return tool->run(commandLine.subspan(2));

@@ -34,6 +34,11 @@ int runIfconfig(ToolArguments arguments);
 /// getifaddr INTERFACE, or getoption INTERFACE router
 int runIpconfig(ToolArguments arguments);
 
+/// Runs a tool in a fork for each request on descriptor 3, a socket that keeps messages apart, until that closes. A
+/// request is the command line, each argument with a NUL behind it, with the outputs' two descriptors; the answer is
+/// the fork's process id. The forks are children of who started this program.
+int serveForks();
+
 /// Runs the tool that the program's own name says, else the one that its first argument names.
 int runNamedTool(ToolArguments commandLine);
 

@@ -1,5 +1,6 @@
 #include "platform/linux/posix_process_service.h"
 
+#include "platform/linux/fork_server.h"
 #include "platform/linux/spawned_child.h"
 
 #include <unistd.h>
@@ -68,9 +69,11 @@ private:
     std::shared_ptr<Child> child_;
 };
 
-PosixProcessService::PosixProcessService(MainLoop& loop, ProgramPaths programPaths)
+PosixProcessService::PosixProcessService(MainLoop& loop, ProgramPaths programPaths, std::string forkingProgram)
     : loop_(loop), programPaths_(std::move(programPaths)), environment_(environmentInCLocale()) {
     keepExitStatuses();
+    if (!forkingProgram.empty())
+        forkServer_ = std::make_unique<ForkServer>(std::move(forkingProgram), environment_);
 }
 
 PosixProcessService::~PosixProcessService() {
@@ -88,7 +91,7 @@ PosixProcessService::launch(const std::string& executable, const std::vector<std
     const std::string program = programPath(executable);
     std::vector<std::string> allArguments{program};
     allArguments.insert(allArguments.end(), arguments.begin(), arguments.end());
-    auto spawned = spawnChild(allArguments, environment_);
+    auto spawned = spawnChild(allArguments, environment_, forkServer_.get());
     if (!spawned) {
         if (spawned.error().unwatchedChild)
             strays_.push_back(*spawned.error().unwatchedChild);

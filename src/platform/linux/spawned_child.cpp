@@ -1,12 +1,15 @@
 #include "platform/linux/spawned_child.h"
 
-#include <spawn.h>
+#include "platform/linux/fork_server.h"
+#include "platform/linux/spawn_program.h"
+
 #include <sys/wait.h>
 // glibc 2.36 forgot to give it C linkage.
 extern "C" {
 #include <sys/pidfd.h>
 }
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <utility>
@@ -18,62 +21,6 @@ namespace {
 /// For a child whose status somebody else has taken.
 constexpr std::int32_t unknownStatus = 255;
 
-std::vector<char*> pointers(const std::vector<std::string>& texts) {
-    std::vector<char*> result;
-    result.reserve(texts.size() + 1);
-    for (const std::string& text : texts)
-        result.push_back(const_cast<char*>(text.c_str()));
-    result.push_back(nullptr);
-    return result;
-}
-
-/// What posix_spawn is told. Its parts fail for want of memory only.
-class SpawnSettings {
-public:
-    SpawnSettings(int standardOutput, int standardError) {
-        sigset_t signals;
-        sigfillset(&signals);
-        posix_spawnattr_init(&attributes_);
-        posix_spawnattr_setsigdefault(&attributes_, &signals);
-        sigemptyset(&signals);
-        posix_spawnattr_setsigmask(&attributes_, &signals);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-        posix_spawn_file_actions_init(&actions_);
-        note(posix_spawn_file_actions_adddup2(&actions_, standardOutput, STDOUT_FILENO));
-        note(posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO));
-        // Ours close themselves; a library's may not.
-        note(posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1));
-    }
-    SpawnSettings(const SpawnSettings&) = delete;
-    SpawnSettings& operator=(const SpawnSettings&) = delete;
-    ~SpawnSettings() {
-        posix_spawn_file_actions_destroy(&actions_);
-        posix_spawnattr_destroy(&attributes_);
-    }
-
-    std::expected<pid_t, int> spawn(const std::vector<std::string>& arguments,
-                                    const std::vector<std::string>& environment) const {
-        pid_t pid = -1;
-        int error = error_;
-        if (error == 0)
-            error = posix_spawn(&pid, arguments.front().c_str(), &actions_, &attributes_, pointers(arguments).data(),
-                                pointers(environment).data());
-        if (error != 0)
-            return std::unexpected(error);
-        return pid;
-    }
-
-private:
-    void note(int error) {
-        if (error_ == 0)
-            error_ = error;
-    }
-
-    posix_spawnattr_t attributes_;
-    posix_spawn_file_actions_t actions_;
-    int error_ = 0;
-};
-
 bool holdsNul(const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
         if (text.contains('\0'))
@@ -82,10 +29,18 @@ bool holdsNul(const std::vector<std::string>& texts) {
     return false;
 }
 
+std::expected<pid_t, int> startChild(const std::vector<std::string>& arguments,
+                                     const std::vector<std::string>& environment, ForkServer* server, int output,
+                                     int error) {
+    if (const auto pid = server != nullptr ? server->fork(arguments, output, error) : std::nullopt)
+        return *pid;
+    return spawnProgram(arguments, environment, std::array{output, error});
+}
+
 } // namespace
 
 std::expected<SpawnedChild, SpawnError> spawnChild(const std::vector<std::string>& arguments,
-                                                   const std::vector<std::string>& environment) {
+                                                   const std::vector<std::string>& environment, ForkServer* server) {
     // Such an argument would arrive cut short.
     if (holdsNul(arguments))
         return std::unexpected(SpawnError{EINVAL, {}});
@@ -93,8 +48,7 @@ std::expected<SpawnedChild, SpawnError> spawnChild(const std::vector<std::string
     auto error = output ? OutputPipe::create() : std::nullopt;
     if (!error)
         return std::unexpected(SpawnError{errno, {}});
-    const SpawnSettings settings(output->writeEnd(), error->writeEnd());
-    const auto pid = settings.spawn(arguments, environment);
+    const auto pid = startChild(arguments, environment, server, output->writeEnd(), error->writeEnd());
     if (!pid)
         return std::unexpected(SpawnError{pid.error(), {}});
     UniqueDescriptor pidDescriptor(pidfd_open(*pid, 0));

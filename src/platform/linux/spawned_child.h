@@ -13,6 +13,8 @@
 
 namespace tolvo {
 
+class ForkServer;
+
 struct ChildOutputs {
     OutputPipe standardOutput;
     OutputPipe standardError;
@@ -34,9 +36,10 @@ struct SpawnError {
 };
 
 /// Starts the program that is the first argument, with default signal dispositions, nothing blocked, and no descriptor
-/// of ours beyond standard input and its outputs.
+/// of ours beyond standard input and its outputs. A server, if there is one, does it where it can.
 std::expected<SpawnedChild, SpawnError> spawnChild(const std::vector<std::string>& arguments,
-                                                   const std::vector<std::string>& environment);
+                                                   const std::vector<std::string>& environment,
+                                                   ForkServer* server = nullptr);
 
 enum class Reaping { Keep, Reap };
 

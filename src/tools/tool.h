@@ -19,7 +19,7 @@ inline constexpr int System = 71;
 
 // One function a tool; each gives the exit status.
 
-/// -c COUNT [-W MILLISECONDS] HOST. Becomes the installed ping.
+/// -c COUNT [-W MILLISECONDS] HOST. Becomes the installed ping for a name, and where it may not ping itself.
 int runPing(ToolArguments arguments);
 /// -c COUNT HOST
 int runPing6(ToolArguments arguments);

@@ -16,6 +16,7 @@
 #include <sys/socket.h>
 
 #include <cstring>
+#include <fstream>
 #include <regex>
 
 namespace tolvo::test {
@@ -60,6 +61,31 @@ TEST_F(ToolsInSandbox, PingBecomesTheInstalledOne) {
     ::umount("/usr/bin/ping");
     EXPECT_EQ(result.status, 69);
     EXPECT_EQ(result.errors, "ping: starting the installed ping: Permission denied\n");
+}
+
+TEST_F(ToolsInSandbox, PingsAddressesItself) {
+    // Without an installed ping: nobody else can have sent these.
+    ASSERT_EQ(::mount("/dev/null", "/usr/bin/ping", nullptr, MS_BIND, nullptr), 0);
+    std::ofstream("/proc/sys/net/ipv4/ping_group_range") << "0 2147483647";
+    const ToolRun answered = runTool("ping -c 2 -W 1500 127.0.0.1");
+    const ToolRun overIPv6 = runTool("ping6 -c 1 ::1%lo");
+    run({"sh", "-c", "ip route add blackhole 192.0.2.0/25; ip route add 192.0.2.128/25 dev lo"});
+    const ToolRun unreachable = runTool("ping -c 1 -W 1 192.0.2.1");
+    const ToolRun unanswered = runTool("ping -c 1 -W 50 192.0.2.129");
+    std::ofstream("/proc/sys/net/ipv4/ping_group_range") << "1 0";
+    run({"sh", "-c", "ip route del 192.0.2.0/25; ip route del 192.0.2.128/25"});
+    ::umount("/usr/bin/ping");
+
+    EXPECT_EQ(answered.status, 0) << answered.errors;
+    EXPECT_TRUE(answered.output.contains("\n2 packets transmitted, 2 received, 0% packet loss, time 100"))
+        << answered.output;
+    EXPECT_GE(answered.wallMilliseconds, 1000);
+    EXPECT_EQ(overIPv6.status, 0) << overIPv6.errors;
+    EXPECT_TRUE(overIPv6.output.contains("\nrtt min/avg/max/mdev = 0.")) << overIPv6.output;
+    EXPECT_EQ(unreachable.status, 69) << unreachable.output;
+    EXPECT_EQ(unanswered.status, 1);
+    EXPECT_TRUE(unanswered.output.contains(" 0 received, 100% packet loss")) << unanswered.output;
+    EXPECT_GE(unanswered.wallMilliseconds, 50);
 }
 
 /// Both ends of connections over the loopback; the listening socket comes first.

@@ -1,0 +1,143 @@
+#include "tools/echo_run.h"
+
+#include "tools/text_output.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+
+namespace tolvo::tools {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto interval = 1s;
+
+/// With three decimals.
+void appendThousandths(std::string& out, std::uint64_t number) {
+    appendNumber(out, number / 1000);
+    const std::string fraction = std::to_string(1000 + number % 1000);
+    out.append(".").append(fraction, 1);
+}
+
+void appendMilliseconds(std::string& out, std::chrono::microseconds time) {
+    appendThousandths(out, static_cast<std::uint64_t>(time.count()));
+}
+
+} // namespace
+
+void EchoRun::run() {
+    start_ = due_ = Clock::now();
+    while (!isComplete()) {
+        const bool wasQuiet = !waitUntil(due_);
+        if (wasQuiet && requests_.size() == count_)
+            break;
+        if (wasQuiet)
+            sendNext();
+        else
+            takeReplies();
+    }
+    duration_ = Clock::now() - start_;
+}
+
+void EchoRun::sendNext() {
+    requests_.push_back({wallClock(), Clock::now()});
+    // What couldn't leave is as lost as what never came back.
+    socket_.send(static_cast<std::uint16_t>(requests_.size()));
+    due_ += requests_.size() < count_ ? interval : std::chrono::duration_cast<Clock::duration>(patience());
+}
+
+std::chrono::nanoseconds EchoRun::patience() const {
+    if (times_.empty())
+        return wait_;
+    return std::max<std::chrono::nanoseconds>(2 * std::ranges::max(times_), interval);
+}
+
+/// False when nothing came until then.
+bool EchoRun::waitUntil(Clock::time_point end) const {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
+    pollfd descriptor{socket_.descriptor(), POLLIN, 0};
+    return ::poll(&descriptor, 1, static_cast<int>(std::max<std::int64_t>(left, 0))) != 0;
+}
+
+void EchoRun::takeReplies() {
+    while (true) {
+        const auto reply = socket_.receive();
+        if (reply)
+            take(*reply);
+        else if (reply.error() == EAGAIN)
+            return;
+        else if (reply.error() != EINTR)
+            ++errorCount_;
+    }
+}
+
+void EchoRun::take(const EchoReply& reply) {
+    if (reply.sequence == 0 || reply.sequence > requests_.size())
+        return;
+    Request& request = requests_[reply.sequence - 1U];
+    if (std::exchange(request.isAnswered, true))
+        return;
+    const auto stamped = reply.arrival - request.departure;
+    const auto elapsed = Clock::now() - request.departureByOurClock;
+    // The wall clock may have been set meanwhile.
+    const auto time = stamped >= 0ns && stamped <= elapsed ? stamped : elapsed;
+    times_.push_back(std::chrono::duration_cast<std::chrono::microseconds>(time));
+    replyLines_ += "64 bytes: icmp_seq=";
+    appendNumber(replyLines_, reply.sequence);
+    replyLines_ += " time=";
+    appendMilliseconds(replyLines_, times_.back());
+    replyLines_ += " ms\n";
+}
+
+std::string EchoRun::report(std::string_view host) const {
+    std::string out = "PING ";
+    out.append(host).append(" 56(84) bytes of data.\n").append(replyLines_);
+    out.append("\n--- ").append(host).append(" ping statistics ---\n").append(statistics());
+    return out.append(timesLine());
+}
+
+std::string EchoRun::statistics() const {
+    std::string out;
+    appendNumber(out, requests_.size());
+    out += " packets transmitted, ";
+    appendNumber(out, times_.size());
+    out += " received, ";
+    if (errorCount_ > 0) {
+        out += '+';
+        appendNumber(out, errorCount_);
+        out += " errors, ";
+    }
+    const std::uint64_t lossThousandths = 100'000 * (requests_.size() - times_.size()) / requests_.size();
+    if (lossThousandths % 1000 == 0)
+        appendNumber(out, lossThousandths / 1000);
+    else
+        appendThousandths(out, lossThousandths);
+    out += "% packet loss, time ";
+    appendNumber(out, static_cast<std::uint64_t>(std::chrono::floor<std::chrono::milliseconds>(duration_).count()));
+    return out + "ms\n";
+}
+
+std::string EchoRun::timesLine() const {
+    if (times_.empty())
+        return "\n";
+    double sum = 0;
+    double squares = 0;
+    for (const auto time : times_) {
+        sum += static_cast<double>(time.count());
+        squares += static_cast<double>(time.count()) * static_cast<double>(time.count());
+    }
+    const double count = static_cast<double>(times_.size());
+    const double deviation = std::sqrt(std::max(squares / count - sum / count * (sum / count), 0.0));
+    std::string out = "rtt min/avg/max/mdev = ";
+    appendMilliseconds(out, std::ranges::min(times_));
+    appendMilliseconds(out += '/', std::chrono::microseconds(std::llround(sum / count)));
+    appendMilliseconds(out += '/', std::ranges::max(times_));
+    appendMilliseconds(out += '/', std::chrono::microseconds(std::llround(deviation)));
+    return out + " ms\n";
+}
+
+} // namespace tolvo::tools

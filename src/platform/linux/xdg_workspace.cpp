@@ -4,9 +4,18 @@
 
 namespace tolvo {
 
+namespace {
+
+bool isOpenable(const URL& url) {
+    if (url.scheme() == "http" || url.scheme() == "https")
+        return !url.host().empty();
+    return url.scheme() == "file" && url.host().empty();
+}
+
+} // namespace
+
 bool XdgWorkspace::openURL(const URL& url) {
-    // A relative reference would be taken for a file or an option.
-    if (!url.isAbsolute())
+    if (!isOpenable(url))
         return false;
     const auto position = openers_.emplace(openers_.end());
     auto opener = processService_.launch("/usr/bin/xdg-open", {url.text()},

@@ -8,7 +8,8 @@
 
 namespace tolvo {
 
-/// Opens URLs with xdg-open, in whatever program the user chose for them.
+/// Opens web addresses and files with xdg-open, in whatever program the user chose for them. Any other scheme is
+/// refused: it could start whatever has registered itself for it. So is a relative reference, which could be an option.
 class XdgWorkspace final : public Workspace {
 public:
     explicit XdgWorkspace(ProcessService& processService) : processService_(processService) {}

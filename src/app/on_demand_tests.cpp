@@ -7,10 +7,10 @@ namespace tolvo {
 
 namespace {
 
-DiagnosticsCollectionSources collectionSources(Monitoring& monitoring, ChannelScanMonitor& scan,
-                                               SpeedTestMonitor& speedTest) {
-    return {.appVersion = TOLVO_VERSION,
-            .appBuild = TOLVO_BUILD_NUMBER,
+DiagnosticsCollectionSources collectionSources(const BundleInformation& bundle, Monitoring& monitoring,
+                                               ChannelScanMonitor& scan, SpeedTestMonitor& speedTest) {
+    return {.appVersion = bundle.objectForInfoDictionaryKey("CFBundleShortVersionString"),
+            .appBuild = bundle.objectForInfoDictionaryKey("CFBundleVersion"),
             .isMonitoringEnabled = monitoring.lifecycleController.isMonitoringEnabled,
             .isBatteryFriendly = monitoring.lifecycleController.isBatteryFriendly,
             .latestDiagnosticsSnapshot = monitoring.healthAggregationController.latestDiagnosticsSnapshot,
@@ -61,7 +61,8 @@ OnDemandTests::OnDemandTests(SystemServices& system, Monitoring& monitoring)
       radarMonitor(system.loop, {.pollInterval = 0.25, .maxHistorySampleCount = 120}, monitoring.interfaceProvider,
                    system.sleeper, system.dateProvider),
       nearbyNetworksController(system.loop, monitoring.networkScanner, 8.0),
-      diagnosticsCollection(system.loop, collectionSources(monitoring, channelScanMonitor, speedTestMonitor),
+      diagnosticsCollection(system.loop,
+                            collectionSources(system.bundle, monitoring, channelScanMonitor, speedTestMonitor),
                             system.sleeper, system.dateProvider) {}
 
 SpeedTestSources OnDemandTests::speedTestSources() {

@@ -1,15 +1,12 @@
 #include "app/app_delegate.h"
+#include "app/program.h"
 #include "app/report_run.h"
 #include "platform/linux/atomic_file_writer.h"
 #include "platform/linux/poll_loop.h"
 #include "platform/linux/posix_text_terminal.h"
 #include "platform/linux/signal_watcher.h"
-#include "platform/linux/standard_descriptors.h"
 #include "platform/linux/standard_error_progress.h"
 
-#include <clocale>
-#include <cstdio>
-#include <exception>
 #include <filesystem>
 
 namespace tolvo {
@@ -62,7 +59,9 @@ private:
     TaskScope tasks_;
 };
 
-int makeReport() {
+int makeReport(int argumentCount, char** arguments) {
+    if (refusesArguments("tolvo-report", argumentCount, arguments))
+        return usageStatus;
     PollLoop loop;
     StandardErrorProgress progress;
     // Before anything that starts a thread.
@@ -82,17 +81,16 @@ int makeReport() {
     return delivery.status();
 }
 
+constexpr ProgramDescription program{
+    "tolvo-report",
+    "Measures for a moment and writes one JSON report about the Wi-Fi and the network: to a file in this folder,\n"
+    "or to standard output where that is no terminal. The progress is on standard error.",
+    &makeReport};
+
 } // namespace
 
 } // namespace tolvo
 
-int main() {
-    tolvo::openStandardDescriptors();
-    std::setlocale(LC_ALL, "");
-    try {
-        return tolvo::makeReport();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "tolvo-report: %s\n", error.what());
-        return 1;
-    }
+int main(int argumentCount, char** arguments) {
+    return tolvo::runProgram(tolvo::program, argumentCount, arguments);
 }

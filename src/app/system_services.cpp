@@ -6,6 +6,14 @@
 
 namespace tolvo {
 
+namespace {
+
+std::string userAgent(const BundleInformation& bundle) {
+    return "Tolvo/" + bundle.objectForInfoDictionaryKey("CFBundleShortVersionString").value_or("");
+}
+
+} // namespace
+
 SystemServices::SystemServices(MainLoop& mainLoop)
     : loop(mainLoop),
       userDefaults(JsonFileUserDefaults::standardPath()),
@@ -13,7 +21,7 @@ SystemServices::SystemServices(MainLoop& mainLoop)
       workspace(processService),
       pathMonitor(loop),
       sleepNotifications(loop),
-      urlSession(loop, {.userAgent = "Tolvo/" TOLVO_VERSION, .certificates = CertificateStore::ofSystem()}),
+      urlSession(loop, {.userAgent = userAgent(bundle), .certificates = CertificateStore::ofSystem()}),
       isAirSimulated(isSimulatedAirAskedFor()),
       wifiClient(makeWiFiClient(loop)) {}
 

@@ -2,6 +2,7 @@
 
 #include "core/model/wall_time.h"
 #include "core/task_sleeper.h"
+#include "platform/linux/built_bundle_information.h"
 #include "platform/linux/curl_url_session.h"
 #include "platform/linux/inet_address_parser.h"
 #include "platform/linux/json_file_user_defaults.h"
@@ -25,6 +26,7 @@ public:
     SystemServices& operator=(const SystemServices&) = delete;
 
     MainLoop& loop;
+    BuiltBundleInformation bundle;
     TaskSleeper sleeper;
     DateProvider dateProvider = [] { return std::chrono::system_clock::now(); };
     JsonFileUserDefaults userDefaults;

@@ -1,19 +1,17 @@
 #include "app/app_delegate.h"
+#include "app/program.h"
 #include "app/terminal_front_end.h"
 #include "platform/linux/poll_loop.h"
 #include "platform/linux/posix_text_terminal.h"
 #include "platform/linux/signal_watcher.h"
-#include "platform/linux/standard_descriptors.h"
-
-#include <clocale>
-#include <cstdio>
-#include <exception>
 
 namespace tolvo {
 
 namespace {
 
-int runTerminal() {
+int runTerminal(int argumentCount, char** arguments) {
+    if (refusesArguments("tolvo-terminal", argumentCount, arguments))
+        return usageStatus;
     PollLoop loop;
     TerminalScreenFrontEnd* screen = nullptr;
     const auto onScreen = [&screen](auto action) {
@@ -41,17 +39,16 @@ int runTerminal() {
     return 0;
 }
 
+constexpr ProgramDescription program{
+    "tolvo-terminal",
+    "Shows in the terminal whether the Wi-Fi and the network behind it are well, until q is pressed.\n"
+    "Where its output is no terminal, it writes one JSON object a line each second.",
+    &runTerminal};
+
 } // namespace
 
 } // namespace tolvo
 
-int main() {
-    tolvo::openStandardDescriptors();
-    std::setlocale(LC_ALL, "");
-    try {
-        return tolvo::runTerminal();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "tolvo-terminal: %s\n", error.what());
-        return 1;
-    }
+int main(int argumentCount, char** arguments) {
+    return tolvo::runProgram(tolvo::program, argumentCount, arguments);
 }

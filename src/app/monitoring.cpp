@@ -61,4 +61,26 @@ Monitoring::Monitoring(SystemServices& system, NetworkChangeObserving& networkCh
                                    pingMonitor.isRouterIgnored, dnsMonitor.latestResult},
                                   system.dateProvider) {}
 
+DashboardSources Monitoring::dashboardSources() {
+    return {.isMonitoringEnabled = lifecycleController.isMonitoringEnabled,
+            .statusMessage = [this] { return lifecycleController.statusMessage(); },
+            .healthState = healthAggregationController.healthState,
+            .isConnected = wifiMonitor.isConnected,
+            .latestSnapshot = wifiMonitor.latestSnapshot,
+            .wifiHistory = wifiMonitor.history,
+            .routerIPAddress = pingMonitor.routerIPAddress,
+            .routerResult = pingMonitor.routerResult,
+            .internetResult = pingMonitor.internetResult,
+            .routerHistory = pingMonitor.routerHistory,
+            .internetHistory = pingMonitor.internetHistory,
+            .isRouterIgnored = pingMonitor.isRouterIgnored,
+            .dnsResult = dnsMonitor.latestResult,
+            .dnsHistory = dnsMonitor.history,
+            .connectionResult = connectionMonitor.latestResult,
+            .connectionQuality = connectionMonitor.connectionQuality,
+            .connectionErrorMessage = connectionMonitor.lastErrorMessage,
+            .captivePortalStatus = captivePortalMonitor.latestStatus,
+            .captivePortalErrorMessage = captivePortalMonitor.lastErrorMessage};
+}
+
 } // namespace tolvo

@@ -11,6 +11,7 @@
 #include "monitors/url_session_captive_portal_checker.h"
 #include "monitors/url_session_captive_portal_probe_fetcher.h"
 #include "monitors/wifi_monitor.h"
+#include "presentation/dashboard/dashboard_sources.h"
 #include "probes/command_line_dns_lookup_runner.h"
 #include "probes/command_line_ping_probe_runner.h"
 #include "probes/command_line_tcp_connection_counter.h"
@@ -29,6 +30,8 @@ public:
                SleepWakeObserving& sleepWakeObserver, AppSettingsStoring& settingsStore);
     Monitoring(const Monitoring&) = delete;
     Monitoring& operator=(const Monitoring&) = delete;
+
+    DashboardSources dashboardSources();
 
 private:
     // Each object that runs commands has a runner of its own.

@@ -19,6 +19,9 @@ namespace tolvo {
 /// test then fails, and says so.
 std::optional<URL> speedTestURL();
 
+/// What the speed test will transfer, and with whom.
+std::string speedTestNotice();
+
 /// The tests that run when they are asked for, and the collection of all results into a report. Building starts
 /// nothing.
 class OnDemandTests {
@@ -28,6 +31,10 @@ public:
     OnDemandTests& operator=(const OnDemandTests&) = delete;
 
     SpeedTestSources speedTestSources();
+    SpeedTestActions speedTestActions();
+    /// The radar follows the link and looks for networks while somebody looks at it.
+    void startRadar();
+    void stopRadar();
     ChannelScanSources channelScanSources();
     WiFiRadarSources wifiRadarSources();
 

@@ -14,26 +14,8 @@ TerminalGlyphs glyphsOfLocale() {
     return isUTF8Locale() ? TerminalGlyphs::Unicode : TerminalGlyphs::ASCII;
 }
 
-SpeedTestPage::Actions speedTestActions(OnDemandTests& tests) {
-    return {[&tests] { tests.speedTestMonitor.startTest(); }, [&tests] { tests.speedTestMonitor.cancelTest(); }};
-}
-
 WiFiRadarPage::Actions radarActions(OnDemandTests& tests) {
-    return {[&tests] {
-                tests.radarMonitor.start();
-                tests.nearbyNetworksController.start();
-            },
-            [&tests] {
-                tests.radarMonitor.stop();
-                tests.nearbyNetworksController.stop();
-            }};
-}
-
-std::string speedTestNotice() {
-    const auto url = speedTestURL();
-    if (!url || url->host().empty())
-        return "TOLVO_SPEED_TEST_URL is not a web address, so the test will fail.";
-    return "It transfers 32 MB down and 12 MB up with " + url->host() + ".";
+    return {.start = [&tests] { tests.startRadar(); }, .stop = [&tests] { tests.stopRadar(); }};
 }
 
 } // namespace
@@ -43,36 +25,14 @@ Task<std::optional<std::filesystem::path>> CurrentFolderSaveDialog::runSaveDialo
     co_return request.fileName;
 }
 
-DashboardSources dashboardSources(Monitoring& monitoring) {
-    return {.isMonitoringEnabled = monitoring.lifecycleController.isMonitoringEnabled,
-            .statusMessage = [&monitoring] { return monitoring.lifecycleController.statusMessage(); },
-            .healthState = monitoring.healthAggregationController.healthState,
-            .isConnected = monitoring.wifiMonitor.isConnected,
-            .latestSnapshot = monitoring.wifiMonitor.latestSnapshot,
-            .wifiHistory = monitoring.wifiMonitor.history,
-            .routerIPAddress = monitoring.pingMonitor.routerIPAddress,
-            .routerResult = monitoring.pingMonitor.routerResult,
-            .internetResult = monitoring.pingMonitor.internetResult,
-            .routerHistory = monitoring.pingMonitor.routerHistory,
-            .internetHistory = monitoring.pingMonitor.internetHistory,
-            .isRouterIgnored = monitoring.pingMonitor.isRouterIgnored,
-            .dnsResult = monitoring.dnsMonitor.latestResult,
-            .dnsHistory = monitoring.dnsMonitor.history,
-            .connectionResult = monitoring.connectionMonitor.latestResult,
-            .connectionQuality = monitoring.connectionMonitor.connectionQuality,
-            .connectionErrorMessage = monitoring.connectionMonitor.lastErrorMessage,
-            .captivePortalStatus = monitoring.captivePortalMonitor.latestStatus,
-            .captivePortalErrorMessage = monitoring.captivePortalMonitor.lastErrorMessage};
-}
-
 TerminalScreenFrontEnd::TerminalScreenFrontEnd(AppDelegate& delegate, TextTerminal& terminal,
                                                std::function<void()> onQuit)
     : lifecycle_(delegate.monitoring().lifecycleController),
-      monitorPage_(dashboardSources(delegate.monitoring()), lifecycle_.isBatteryFriendly,
+      monitorPage_(delegate.monitoring().dashboardSources(), lifecycle_.isBatteryFriendly,
                    {[this](bool isEnabled) { lifecycle_.setMonitoringEnabled(isEnabled); },
                     [this](bool isFriendly) { lifecycle_.setBatteryFriendly(isFriendly); }},
                    glyphsOfLocale(), localeNumberFormat(), delegate.system().isAirSimulated),
-      speedTestPage_(delegate.onDemandTests().speedTestSources(), speedTestActions(delegate.onDemandTests()),
+      speedTestPage_(delegate.onDemandTests().speedTestSources(), delegate.onDemandTests().speedTestActions(),
                      speedTestNotice(), glyphsOfLocale(), localeNumberFormat(), localeShortTime),
       channelScanPage_(delegate.onDemandTests().channelScanSources(),
                        delegate.onDemandTests().channelScanMonitor.lastErrorMessage,
@@ -101,7 +61,7 @@ void TerminalScreenFrontEnd::remove() {
 
 JSONLinesFrontEnd::JSONLinesFrontEnd(AppDelegate& delegate, TextTerminal& output, std::function<void()> onQuit)
     : system_(delegate.system()),
-      sources_(dashboardSources(delegate.monitoring())),
+      sources_(delegate.monitoring().dashboardSources()),
       output_(output),
       onQuit_(std::move(onQuit)) {}
 

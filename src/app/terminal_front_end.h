@@ -17,9 +17,6 @@
 
 namespace tolvo {
 
-/// The published values of the program's monitors as the dashboard takes them.
-DashboardSources dashboardSources(Monitoring& monitoring);
-
 /// Where a terminal program saves: in the folder that it was started in.
 class CurrentFolderSaveDialog final : public SaveDialog {
 public:

@@ -31,6 +31,12 @@ struct SpeedTestSources {
     Published<std::optional<std::string>>& lastErrorMessage;
 };
 
+/// What the test's button asks for.
+struct SpeedTestActions {
+    std::function<void()> startTest;
+    std::function<void()> cancelTest;
+};
+
 std::vector<Subscription> subscribeToAll(const SpeedTestSources& sources, const std::function<void()>& onChange);
 
 struct SpeedTestMetricTile {

@@ -41,8 +41,8 @@ void appendResults(Lines& lines, const SpeedTestContent& content, std::size_t co
 
 } // namespace
 
-SpeedTestPage::SpeedTestPage(SpeedTestSources sources, Actions actions, std::string notice, TerminalGlyphs glyphs,
-                             NumberFormat format, ShortTimeFormat shortTime)
+SpeedTestPage::SpeedTestPage(SpeedTestSources sources, SpeedTestActions actions, std::string notice,
+                             TerminalGlyphs glyphs, NumberFormat format, ShortTimeFormat shortTime)
     : sources_(sources),
       actions_(std::move(actions)),
       notice_(std::move(notice)),
@@ -72,9 +72,9 @@ void SpeedTestPage::handleKey(const std::string& key) {
     if (key != "enter" && key != "s")
         return;
     if (sources_.isRunning.value())
-        actions_.cancel();
+        actions_.cancelTest();
     else
-        actions_.start();
+        actions_.startTest();
 }
 
 } // namespace tolvo

@@ -9,14 +9,9 @@ namespace tolvo {
 /// the page is left.
 class SpeedTestPage final : public TerminalPage {
 public:
-    struct Actions {
-        std::function<void()> start;
-        std::function<void()> cancel;
-    };
-
     /// The notice says, before the first run, what will be moved and with whom. The page keeps the reason of a failure
     /// on show, since a terminal has no other place for it.
-    SpeedTestPage(SpeedTestSources sources, Actions actions, std::string notice, TerminalGlyphs glyphs,
+    SpeedTestPage(SpeedTestSources sources, SpeedTestActions actions, std::string notice, TerminalGlyphs glyphs,
                   NumberFormat format, ShortTimeFormat shortTime);
 
     std::vector<TerminalLine> lines(TerminalSize size) const override;
@@ -24,7 +19,7 @@ public:
 
 private:
     SpeedTestSources sources_;
-    Actions actions_;
+    SpeedTestActions actions_;
     std::string notice_;
     TerminalGlyphs glyphs_;
     NumberFormat format_;

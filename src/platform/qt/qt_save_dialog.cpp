@@ -6,9 +6,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QPointer>
 #include <QStandardPaths>
-
-#include <memory>
 
 namespace tolvo {
 
@@ -16,8 +15,20 @@ namespace {
 
 using Path = std::optional<std::filesystem::path>;
 
-std::unique_ptr<QFileDialog> makeDialog(const SaveDialogRequest& request) {
-    auto dialog = std::make_unique<QFileDialog>(QApplication::activeWindow(), toQString(request.title));
+/// Goes with its window or with the task that waits for it, whichever goes first.
+class OwnedDialog final {
+public:
+    explicit OwnedDialog(QFileDialog* dialog) : dialog_(dialog) {}
+    OwnedDialog(const OwnedDialog&) = delete;
+    OwnedDialog& operator=(const OwnedDialog&) = delete;
+    ~OwnedDialog() { delete dialog_; }
+
+private:
+    QPointer<QFileDialog> dialog_;
+};
+
+QFileDialog* makeDialog(const SaveDialogRequest& request) {
+    auto* dialog = new QFileDialog(QApplication::activeWindow(), toQString(request.title));
     const QString extension = toQString(request.fileExtension);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
@@ -39,11 +50,14 @@ Path chosenPath(const QFileDialog& dialog, int result) {
 } // namespace
 
 Task<Path> QtSaveDialog::runSaveDialog(SaveDialogRequest request) {
-    const auto dialog = makeDialog(request);
+    if (auto answer = co_await portal_.saveFile(request))
+        co_return std::move(*answer);
+    QFileDialog* shown = makeDialog(request);
+    const OwnedDialog owner(shown);
     const OneShot<Path> answer;
-    QObject::connect(dialog.get(), &QDialog::finished, dialog.get(),
-                     [answer, shown = dialog.get()](int result) { answer.set(chosenPath(*shown, result)); });
-    dialog->open();
+    QObject::connect(shown, &QDialog::finished, shown,
+                     [answer, shown](int result) { answer.set(chosenPath(*shown, result)); });
+    shown->open();
     co_return co_await answer.take();
 }
 

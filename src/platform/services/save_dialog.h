@@ -11,7 +11,7 @@ namespace tolvo {
 struct SaveDialogRequest {
     std::string title;
     std::string fileName;
-    /// Without the dot; a name that the user gave without an extension gets it.
+    /// Without the dot; a name that the user gave without an extension gets it, unless a file of that name is there.
     std::string fileExtension;
     /// What such files are, in words.
     std::string fileTypeName;

@@ -12,6 +12,8 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace tolvo {
 
 namespace {
@@ -22,6 +24,18 @@ constexpr Qt::WindowFlags popoverFlags = Qt::Tool | Qt::FramelessWindowHint | Qt
 constexpr Qt::WindowFlags ordinaryFlags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
                                           Qt::WindowMinimizeButtonHint;
+
+/// What the desktop's frame takes of the height, about.
+constexpr double titleBarHeight = 40;
+
+/// The free area of the screen that the point is on.
+ScreenRect workAreaAt(const QPoint& point) {
+    const QScreen* screen = QGuiApplication::screenAt(point);
+    if (screen == nullptr)
+        screen = QGuiApplication::primaryScreen();
+    // Without any there is nothing to be seen, nor to be limited by.
+    return screen != nullptr ? toScreenRect(screen->availableGeometry()) : ScreenRect{0, 0, 4096, 4096};
+}
 
 } // namespace
 
@@ -94,8 +108,11 @@ void QtPopover::show(std::optional<ScreenRect> place) {
     if (!window_)
         build();
     const Qt::WindowFlags flags = place ? popoverFlags : ordinaryFlags;
-    if (window_->windowFlags() != flags)
+    if (window_->windowFlags() != flags) {
+        // The native window keeps its shape, which can't be changed any more once the flags have.
+        window_->clearMask();
         window_->setWindowFlags(flags);
+    }
     takePlace();
     window_->show();
     window_->raise();
@@ -103,17 +120,16 @@ void QtPopover::show(std::optional<ScreenRect> place) {
 }
 
 void QtPopover::takePlace() {
-    window_->setFixedSize(toQSize(contentSize_));
+    const ScreenRect workArea = workAreaAt(place_ ? toQRect(*place_).center() : window_->pos());
+    if (place_) {
+        const QRect frame = toQRect(popoverFrame(*place_, contentSize_, workArea));
+        window_->setFixedSize(frame.size());
+        window_->move(frame.topLeft());
+    } else {
+        window_->setFixedSize(
+            toQSize({contentSize_.width, std::min(contentSize_.height, workArea.height - titleBarHeight)}));
+    }
     window_->setCorners(place_.has_value(), rootEvents_ == nullptr || rootEvents_->hasCompositor());
-    if (!place_)
-        return;
-    const QPoint middle = toQRect(*place_).center();
-    const QScreen* screen = QGuiApplication::screenAt(middle);
-    if (screen == nullptr)
-        screen = QGuiApplication::primaryScreen();
-    if (screen != nullptr)
-        window_->move(
-            toQRect(popoverFrame(*place_, contentSize_, toScreenRect(screen->availableGeometry()))).topLeft());
 }
 
 void QtPopover::close() {

@@ -35,17 +35,18 @@ bool isGraspable(const ScreenRect& frame, const ScreenRect& area) {
 } // namespace
 
 ScreenRect popoverFrame(const ScreenRect& place, ContentSize size, const ScreenRect& workArea) {
+    const double height = std::min(size.height, workArea.height - 2 * edgeMargin);
     const double middleX = place.x + place.width / 2;
     const double middleY = place.y + place.height / 2;
     const double x = middleX - size.width / 2;
     double y = bottom(place) + popoverGap;
     const bool isBesidePanel = middleX < workArea.x || middleX > right(workArea);
     if (isBesidePanel)
-        y = middleY - size.height / 2;
-    else if (y + size.height > bottom(workArea) && middleY > workArea.y + workArea.height / 2)
-        y = place.y - popoverGap - size.height;
+        y = middleY - height / 2;
+    else if (y + height > bottom(workArea) && middleY > workArea.y + workArea.height / 2)
+        y = place.y - popoverGap - height;
     return {within(x, size.width, workArea.x + edgeMargin, right(workArea) - edgeMargin),
-            within(y, size.height, workArea.y + edgeMargin, bottom(workArea) - edgeMargin), size.width, size.height};
+            within(y, height, workArea.y + edgeMargin, bottom(workArea) - edgeMargin), size.width, height};
 }
 
 ScreenRect frameOnScreen(const ScreenRect& frame, std::span<const ScreenRect> workAreas) {

@@ -32,6 +32,7 @@ struct RecordingPopover final : Popover {
         isOpen = true;
         log.push_back(place ? "popover shown" : "window shown");
     }
+    void orderFront() override { log.push_back("popover in front"); }
     void close() override {
         isOpen = false;
         log.push_back("popover closed");

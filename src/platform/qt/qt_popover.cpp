@@ -115,6 +115,11 @@ void QtPopover::show(std::optional<ScreenRect> place) {
     }
     takePlace();
     window_->show();
+    orderFront();
+}
+
+void QtPopover::orderFront() {
+    window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
     window_->raise();
     window_->activateWindow();
 }

@@ -20,6 +20,7 @@ public:
     ~QtPopover() override;
 
     void show(std::optional<ScreenRect> place) override;
+    void orderFront() override;
     void close() override;
     bool isShown() const override;
     ContentSize contentSize() const override { return contentSize_; }

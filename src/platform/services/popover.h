@@ -20,6 +20,8 @@ public:
     /// Shows it beside the place, whole on that screen, and gives it the keyboard. Without a place it is an ordinary
     /// window with a frame, which the user can close.
     virtual void show(std::optional<ScreenRect> place) = 0;
+    /// Before all other windows, also when it was hidden behind them or minimised, and with the keyboard.
+    virtual void orderFront() = 0;
     virtual void close() = 0;
     virtual bool isShown() const = 0;
     virtual ContentSize contentSize() const = 0;

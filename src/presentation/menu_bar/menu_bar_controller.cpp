@@ -59,8 +59,10 @@ void MenuBarController::togglePopover(ScreenRect place) {
 }
 
 void MenuBarController::presentPopover() {
-    if (!services_.popover.isShown())
-        showPopover(lastPlace_);
+    if (services_.popover.isShown())
+        services_.popover.orderFront();
+    else
+        showPopover(isHosted_ ? lastPlace_ : std::nullopt);
 }
 
 void MenuBarController::showPopover(std::optional<ScreenRect> place) {

@@ -58,7 +58,8 @@ public:
 
     /// Closes the popover, or shows it beside the place.
     void togglePopover(ScreenRect place);
-    /// Shows the popover if it isn't, where it was last; as a second start of the program asks for.
+    /// Brings the popover to the front, where it was last, and as an ordinary window while no area has the item; as a
+    /// second start of the program asks for.
     void presentPopover();
     void setPreferredPopoverHeight(double height);
     /// A window is built once and kept with its state.

@@ -14,6 +14,10 @@ namespace tolvo {
 
 namespace {
 
+/// A panel that starts may speak the older protocol a moment before the newer one. Qt's class asks the bus once for all
+/// which of them is spoken, and must not be made in between: it would never embed itself again.
+constexpr Seconds embeddingDelay(1);
+
 /// Other programs speak of the X server's pixels, Qt of points: a screen starts at the same place in both.
 QPointF pointsFromPixels(QPoint pixels) {
     for (const QScreen* screen : QGuiApplication::screens()) {
@@ -37,8 +41,8 @@ QIcon iconFrom(const ScaledImage& image) {
 
 } // namespace
 
-QtStatusItem::QtStatusItem(MainLoop& loop, SessionBus& bus, X11RootEvents* rootEvents)
-    : loop_(loop), rootEvents_(rootEvents) {
+QtStatusItem::QtStatusItem(MainLoop& loop, SessionBus& bus, X11RootEvents* rootEvents, Seconds patience)
+    : loop_(loop), rootEvents_(rootEvents), patience_(patience) {
     notifier_.onActivate = [this](QPoint pixels) {
         const QPointF place = pointsFromPixels(pixels);
         activate({place.x(), place.y(), 0, 0});
@@ -87,6 +91,7 @@ void QtStatusItem::remove() {
     if (rootEvents_ != nullptr)
         rootEvents_->onTrayManagerChange = nullptr;
     telling_.reset();
+    embedding_.reset();
     embedded_.reset();
     notifierHost_.reset();
     notifier_.withdraw();
@@ -117,13 +122,16 @@ void QtStatusItem::chooseHost() {
     if (!isInstalled_ || !isNotifierPresent_)
         return;
     const bool isEmbeddable = rootEvents_ != nullptr && rootEvents_->hasTrayManager();
-    if (*isNotifierPresent_ || !isEmbeddable)
+    if (*isNotifierPresent_ || !isEmbeddable) {
+        embedding_.reset();
         embedded_.reset();
-    else if (!embedded_)
-        showEmbedded();
+    } else if (!embedded_) {
+        embedding_ = loop_.after(embeddingDelay, [this] { showEmbedded(); });
+    }
     const bool isHosted = *isNotifierPresent_ || isEmbeddable;
+    const bool isFirstMiss = !isHosted && !toldHosted_;
     // Through the loop, so that nobody is told inside install().
-    telling_ = loop_.after(Seconds(0), [this, isHosted] {
+    telling_ = loop_.after(isFirstMiss ? patience_ : Seconds(0), [this, isHosted] {
         if (std::exchange(toldHosted_, isHosted) != isHosted && onHostChange)
             onHostChange(isHosted);
     });

@@ -18,8 +18,11 @@ namespace tolvo {
 /// and finds no area that appears after the program's start.
 class QtStatusItem final : public StatusItem {
 public:
+    /// How long an area may take to appear after install() before there counts as none: at login all start at once.
+    static constexpr Seconds usualPatience{2};
+
     /// The bus is connected after this; rootEvents may be null: no X server.
-    QtStatusItem(MainLoop& loop, SessionBus& bus, X11RootEvents* rootEvents);
+    QtStatusItem(MainLoop& loop, SessionBus& bus, X11RootEvents* rootEvents, Seconds patience = usualPatience);
     ~QtStatusItem() override;
 
     void install() override;
@@ -37,6 +40,7 @@ private:
 
     MainLoop& loop_;
     X11RootEvents* rootEvents_;
+    Seconds patience_;
     std::optional<QDBusConnection> connection_;
     bool isInstalled_ = false;
     /// Unknown until the bus has answered.
@@ -48,6 +52,7 @@ private:
     std::unique_ptr<StatusNotifierHost> notifierHost_;
     std::unique_ptr<QSystemTrayIcon> embedded_;
     LoopRegistration telling_;
+    LoopRegistration embedding_;
 };
 
 } // namespace tolvo

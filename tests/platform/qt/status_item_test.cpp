@@ -89,7 +89,7 @@ protected:
     QtSessionBus daemon;
     QtMainLoop loop;
     SessionBus bus{loop};
-    QtStatusItem item{loop, bus, nullptr};
+    QtStatusItem item{loop, bus, nullptr, Seconds(0)};
     std::vector<bool> hosted;
     std::vector<ScreenRect> clicks;
 };

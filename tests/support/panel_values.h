@@ -17,6 +17,7 @@ struct FixedLocaleFormats final : LocaleFormats {
         const auto second = std::chrono::floor<std::chrono::seconds>(time.time_since_epoch()).count() % 86400;
         return "second " + std::to_string(second);
     }
+    std::string shortTime(std::chrono::system_clock::time_point time) const override { return timeOfDay(time); }
     std::string longDate(std::chrono::year_month_day date) const override {
         return std::to_string(static_cast<unsigned>(date.day())) + "." +
                std::to_string(static_cast<unsigned>(date.month())) + "." +

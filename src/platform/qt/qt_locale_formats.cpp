@@ -18,6 +18,13 @@ QString formatWithoutZone(QString format) {
     return format.remove(zone);
 }
 
+/// Without the day of the week, which Qt's long format has.
+QString longDateFormat(const QLocale& locale) {
+    static const QRegularExpression weekday(QStringLiteral("d{3,4}('[^']*'|[^\\w'])*"));
+    static const QRegularExpression trailing(QStringLiteral("[,،、\\s]+$"));
+    return locale.dateFormat(QLocale::LongFormat).remove(weekday).remove(trailing);
+}
+
 } // namespace
 
 std::string QtLocaleFormats::decimalSeparator() const {
@@ -29,14 +36,22 @@ std::string QtLocaleFormats::timeOfDay(std::chrono::system_clock::time_point tim
         .toStdString();
 }
 
+std::string QtLocaleFormats::shortTime(std::chrono::system_clock::time_point time) const {
+    // Some locales' short format has seconds.
+    static const QRegularExpression seconds(QStringLiteral("[^\\w\\s]s+"));
+    return locale_.toString(localTime(time).time(), locale_.timeFormat(QLocale::ShortFormat).remove(seconds))
+        .toStdString();
+}
+
 std::string QtLocaleFormats::longDate(std::chrono::year_month_day date) const {
     const QDate day(static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
                     static_cast<int>(static_cast<unsigned>(date.day())));
-    // Without the day of the week, which Qt's long format has.
-    QString format = locale_.dateFormat(QLocale::LongFormat);
-    static const QRegularExpression weekday(QStringLiteral("d{3,4}('[^']*'|[^\\w'])*"));
-    static const QRegularExpression trailing(QStringLiteral("[,،、\\s]+$"));
-    return locale_.toString(day, format.remove(weekday).remove(trailing)).toStdString();
+    return locale_.toString(day, longDateFormat(locale_)).toStdString();
+}
+
+std::string QtLocaleFormats::mediumDateAndTime(std::chrono::system_clock::time_point time) const {
+    const QString format = longDateFormat(locale_).replace(QLatin1String("MMMM"), QLatin1String("MMM"));
+    return locale_.toString(localTime(time).date(), format).toStdString() + " " + timeOfDay(time);
 }
 
 std::chrono::year_month_day QtLocaleFormats::localDate(std::chrono::system_clock::time_point time) const {

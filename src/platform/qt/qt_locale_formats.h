@@ -13,7 +13,10 @@ public:
 
     std::string decimalSeparator() const override;
     std::string timeOfDay(std::chrono::system_clock::time_point time) const override;
+    std::string shortTime(std::chrono::system_clock::time_point time) const override;
     std::string longDate(std::chrono::year_month_day date) const override;
+    /// With a short name of the month, and with seconds.
+    std::string mediumDateAndTime(std::chrono::system_clock::time_point time) const;
     std::chrono::year_month_day localDate(std::chrono::system_clock::time_point time) const override;
 
 private:

@@ -141,8 +141,10 @@ TEST_F(Views, NamesFromTheAirAreNoMarkupAndMakeNoPanelWider) {
     loop.advance(0.1);
     QCoreApplication::processEvents();
     EXPECT_LE(view.minimumSizeHint().width(), 400);
-    for (const QWidget* widget : view.findChildren<QWidget*>())
+    for (const QWidget* widget : view.findChildren<QWidget*>()) {
         EXPECT_LE(widget->width(), 400) << widget->accessibleName().toStdString();
+        EXPECT_FALSE(widget->toolTip().contains("<b>"));
+    }
 }
 
 TEST(StatusIcon, HangsTheBadgeAtTheLowerRightAtEachScale) {

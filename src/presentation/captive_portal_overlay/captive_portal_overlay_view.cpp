@@ -3,6 +3,7 @@
 #include "platform/qt/qt_text.h"
 #include "presentation/rows/breakable_text_view.h"
 #include "presentation/rows/card_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/metric_row_view.h"
 #include "presentation/rows/style_view.h"
 
@@ -13,12 +14,10 @@ namespace tolvo {
 
 CaptivePortalOverlayView::CaptivePortalOverlayView(PanelController& controller, QWidget* parent)
     : OverlayView(controller, PanelRoute::CaptivePortal, captivePortalOverlayHeader, parent),
-      status_(new QLabel(this)),
+      status_(makeLabel("", TextStyle::Body, this)),
       card_(new CardView("", this)),
-      urlTitle_(new QLabel(this)),
-      url_(new QLabel(this)) {
-    urlTitle_->setForegroundRole(QPalette::PlaceholderText);
-    url_->setFont(textFont(TextStyle::Headline, *this));
+      urlTitle_(makeLabel("", TextStyle::Body, this, QPalette::PlaceholderText)),
+      url_(makeLabel("", TextStyle::Headline, this)) {
     auto* card = new CardView("", this);
     card->rows().setSpacing(2);
     card->rows().addWidget(urlTitle_);

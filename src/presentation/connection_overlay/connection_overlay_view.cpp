@@ -3,6 +3,7 @@
 #include "presentation/rows/badge_view.h"
 #include "presentation/rows/breakable_text_view.h"
 #include "presentation/rows/card_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/metric_trend_row_view.h"
 #include "presentation/rows/style_view.h"
 
@@ -14,7 +15,7 @@ namespace tolvo {
 
 ConnectionOverlayView::ConnectionOverlayView(PanelController& controller, QWidget* parent)
     : OverlayView(controller, PanelRoute::ConnectionMonitor, connectionOverlayHeader, parent),
-      status_(new QLabel(this)),
+      status_(makeLabel("", TextStyle::Body, this)),
       quality_(new BadgeView(this)),
       card_(new CardView("", this)) {
     auto* line = new QHBoxLayout;

@@ -4,6 +4,7 @@
 #include "presentation/dashboard/dashboard_frame_content.h"
 #include "presentation/rows/badge_view.h"
 #include "presentation/rows/icon_button_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/symbol_view.h"
 
@@ -33,18 +34,11 @@ protected:
     }
 };
 
-QLabel* makeLabel(std::string_view text, TextStyle style, QWidget* parent) {
-    auto* label = new QLabel(toQString(text), parent);
-    label->setFont(textFont(style, *parent));
-    return label;
-}
-
 } // namespace
 
 DashboardHeaderView::DashboardHeaderView(QWidget* parent) : QWidget(parent), badge_(new BadgeView(this)) {
     const DashboardFrameContent& frame = dashboardFrameContent;
-    auto* subtitle = makeLabel(frame.subtitle, TextStyle::Caption, this);
-    subtitle->setForegroundRole(QPalette::PlaceholderText);
+    auto* subtitle = makeLabel(frame.subtitle, TextStyle::Caption, this, QPalette::PlaceholderText);
     auto* brand = new QHBoxLayout;
     brand->setSpacing(spacing::item);
     brand->addWidget(makeLabel(frame.brandLabel, TextStyle::Title, this));

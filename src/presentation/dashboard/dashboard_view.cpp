@@ -8,6 +8,7 @@
 #include "presentation/panel/panel_controller.h"
 #include "presentation/rows/card_view.h"
 #include "presentation/rows/inline_message_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/metric_trend_row_view.h"
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/switch_view.h"
@@ -76,10 +77,9 @@ DashboardView::DashboardView(PanelController& controller, QWidget* parent)
 
 QWidget* DashboardView::makeMonitoringRow() {
     auto* card = new CardView("");
+    monitoringLabel_ = makeLabel("", TextStyle::Headline, card);
     monitoringSwitch_ = new SwitchView(dashboardFrameContent.monitoringSwitchLabel, card);
     monitoringSwitch_->onToggle = [this](bool isOn) { controller_.setMonitoringEnabled(isOn); };
-    monitoringLabel_ = new QLabel(card);
-    monitoringLabel_->setFont(textFont(TextStyle::Headline, *this));
     auto* line = new QHBoxLayout;
     line->addWidget(monitoringLabel_, 1);
     line->addWidget(monitoringSwitch_);

@@ -3,6 +3,7 @@
 #include "platform/qt/qt_text.h"
 #include "presentation/dashboard/dashboard_frame_content.h"
 #include "presentation/rows/icon_button_view.h"
+#include "presentation/rows/name_label_view.h"
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/symbol_view.h"
 
@@ -17,22 +18,6 @@ namespace {
 constexpr int symbolSize = 18;
 constexpr int detailsSymbolSize = 15;
 constexpr double disconnectedOpacity = 0.45;
-
-/// A name may be anything: it is shown as it is, on one line, cut where the room ends.
-class NameLabel final : public QLabel {
-public:
-    using QLabel::QLabel;
-    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.setPen(palette().color(QPalette::WindowText));
-        painter.setLayoutDirection(Qt::LayoutDirectionAuto);
-        painter.drawText(rect(), static_cast<int>(visualAlignment(*this, Qt::AlignVCenter | Qt::AlignLeft)),
-                         fontMetrics().elidedText(text(), Qt::ElideRight, width()));
-    }
-};
 
 /// A few words on a ground above the others.
 class Bubble final : public QLabel {
@@ -79,12 +64,11 @@ private:
 NetworkHeaderRowView::NetworkHeaderRowView(QWidget* parent)
     : QWidget(parent),
       symbol_(new SignalSymbol(this)),
-      name_(new NameLabel(this)),
+      name_(new NameLabelView(this)),
       band_(new QLabel(this)),
       details_(new IconButtonView(dashboardFrameContent.channelSymbolName, dashboardFrameContent.channelButtonLabel,
                                   dashboardFrameContent.channelButtonLabel, this)),
       channel_(new Bubble(this)) {
-    name_->setTextFormat(Qt::PlainText);
     name_->setFont(textFont(TextStyle::Headline, *this));
     band_->setFont(textFont(TextStyle::Caption, *this));
     band_->setForegroundRole(QPalette::PlaceholderText);
@@ -113,8 +97,7 @@ void NetworkHeaderRowView::toggleChannel() {
 
 void NetworkHeaderRowView::show(const WiFiNetworkHeader& header) {
     symbol_->show(header.isConnected);
-    name_->setText(toQString(header.name));
-    name_->setToolTip(toQString(header.name).toHtmlEscaped());
+    name_->show(header.name);
     band_->setText(toQString(header.band.value_or("")));
     band_->setVisible(header.band.has_value());
     details_->setVisible(header.band.has_value());

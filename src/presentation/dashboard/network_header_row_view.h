@@ -9,6 +9,7 @@ class QLabel;
 namespace tolvo {
 
 class IconButtonView;
+class NameLabelView;
 
 /// The network's name with its band; a button shows the channel's details.
 class NetworkHeaderRowView final : public QWidget {
@@ -23,7 +24,7 @@ private:
     void toggleChannel();
 
     SignalSymbol* symbol_;
-    QLabel* name_;
+    NameLabelView* name_;
     QLabel* band_;
     IconButtonView* details_;
     /// A bubble over the rows below the button.

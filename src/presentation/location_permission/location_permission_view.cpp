@@ -2,6 +2,7 @@
 
 #include "platform/qt/qt_text.h"
 #include "presentation/rows/card_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/text_button_view.h"
 
@@ -11,11 +12,11 @@
 namespace tolvo {
 
 LocationPermissionView::LocationPermissionView(QWidget* parent)
-    : QWidget(parent), title_(new QLabel), text_(new QLabel), button_(new TextButtonView("")) {
+    : QWidget(parent),
+      title_(makeLabel("", TextStyle::Headline, this)),
+      text_(makeLabel("", TextStyle::Caption, this, QPalette::PlaceholderText)),
+      button_(new TextButtonView("")) {
     auto* card = new CardView("", this);
-    title_->setFont(textFont(TextStyle::Headline, *this));
-    text_->setFont(textFont(TextStyle::Caption, *this));
-    text_->setForegroundRole(QPalette::PlaceholderText);
     text_->setWordWrap(true);
     card->rows().setSpacing(spacing::item / 2);
     card->rows().addWidget(title_);

@@ -1,7 +1,7 @@
 #include "presentation/panel/overlay_view.h"
 
-#include "platform/qt/qt_text.h"
 #include "presentation/panel/panel_controller.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/text_button_view.h"
 
@@ -16,13 +16,6 @@ namespace {
 
 /// As round as the popover, so that its corners stay.
 constexpr double cornerRadius = 12;
-
-QLabel* makeLabel(std::string_view text, TextStyle style, QWidget* parent) {
-    auto* label = new QLabel(toQString(text), parent);
-    label->setFont(textFont(style, *parent));
-    label->setWordWrap(true);
-    return label;
-}
 
 QScrollArea* makeScrollArea(QWidget* content, QWidget* parent) {
     auto* scroll = new QScrollArea(parent);
@@ -51,10 +44,8 @@ OverlayView::OverlayView(PanelController& controller, PanelRoute route, const Ov
         layout->addWidget(button);
         layout->addSpacing(spacing::item);
     }
-    auto* subtitle = makeLabel(header.subtitle, TextStyle::Caption, this);
-    subtitle->setForegroundRole(QPalette::PlaceholderText);
-    layout->addWidget(makeLabel(header.title, TextStyle::Title, this));
-    layout->addWidget(subtitle);
+    layout->addWidget(makeWrappedLabel(header.title, TextStyle::Title, this));
+    layout->addWidget(makeWrappedLabel(header.subtitle, TextStyle::Caption, this, QPalette::PlaceholderText));
     layout->addSpacing(spacing::inside);
     auto* content = new QWidget;
     body_ = new QVBoxLayout(content);

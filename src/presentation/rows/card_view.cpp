@@ -1,6 +1,7 @@
 #include "presentation/rows/card_view.h"
 
 #include "platform/qt/qt_text.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/style_view.h"
 
 #include <QLabel>
@@ -23,8 +24,7 @@ CardView::CardView(std::string_view title, QWidget* parent) : QGroupBox(parent),
     if (title.empty())
         return;
     setAccessibleName(toQString(title));
-    auto* label = new QLabel(toQString(title), this);
-    label->setFont(textFont(TextStyle::Headline, *this));
+    auto* label = makeLabel(title, TextStyle::Headline, this);
     label->setContentsMargins(0, 2, 0, 4);
     rows_->addWidget(label);
 }

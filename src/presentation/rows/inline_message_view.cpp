@@ -1,6 +1,7 @@
 #include "presentation/rows/inline_message_view.h"
 
 #include "presentation/rows/breakable_text_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/style_view.h"
 
 #include <QEvent>
@@ -16,9 +17,12 @@ constexpr double groundOpacity = 0.1;
 
 InlineMessageView::InlineMessageView(QWidget* parent) : QLabel(parent) {
     setContentsMargins(12, 8, 12, 8);
+    alignLeading(*this);
 }
 
 void InlineMessageView::show(const InlineMessageRow& row) {
+    if (row == row_)
+        return;
     row_ = row;
     showBreakable(*this, row.text);
     applyColor();

@@ -2,6 +2,7 @@
 
 #include "platform/qt/qt_text.h"
 #include "presentation/rows/card_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/metric_row_view.h"
 #include "presentation/rows/progress_indicator_view.h"
 #include "presentation/rows/style_view.h"
@@ -17,7 +18,7 @@ namespace tolvo {
 
 AboutSettingsView::AboutSettingsView(SettingsController& controller, QWidget* parent)
     : QWidget(parent),
-      line_(new QLabel(this)),
+      line_(makeLabel("", TextStyle::Body, this)),
       facts_(new CardView("", this)),
       check_(new TextButtonView("", ButtonProminence::Standard, this)),
       progress_(new ProgressIndicatorView(this)),

@@ -2,6 +2,7 @@
 
 #include "platform/qt/qt_text.h"
 #include "presentation/rows/breakable_text_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/switch_view.h"
 #include "presentation/rows/symbol_view.h"
@@ -21,21 +22,17 @@ constexpr int symbolSize = 18;
 } // namespace
 
 QLabel* makeSettingsLine(QWidget* parent) {
-    auto* line = new QLabel(parent);
-    line->setTextFormat(Qt::PlainText);
+    auto* line = makeLabel("", TextStyle::Caption, parent, QPalette::PlaceholderText);
     line->setWordWrap(true);
-    line->setFont(textFont(TextStyle::Caption, *parent));
-    line->setForegroundRole(QPalette::PlaceholderText);
     return line;
 }
 
 SettingsSwitchView::SettingsSwitchView(QWidget* parent)
     : QWidget(parent),
-      title_(new QLabel(this)),
+      title_(makeLabel("", TextStyle::Headline, this)),
       state_(makeSettingsLine(this)),
       switch_(new SwitchView("", this)),
       line_(makeSettingsLine(this)) {
-    title_->setFont(textFont(TextStyle::Headline, *this));
     title_->setBuddy(switch_);
     state_->setWordWrap(false);
     switch_->onToggle = [this](bool isOn) { onToggle(isOn); };
@@ -84,7 +81,7 @@ private:
 SettingsNoticeView::SettingsNoticeView(QWidget* parent)
     : QWidget(parent),
       symbol_(new Symbol(this)),
-      text_(new QLabel(this)),
+      text_(makeLabel("", TextStyle::Body, this)),
       button_(new TextButtonView("", ButtonProminence::Prominent, this)) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 4, 0, 4);

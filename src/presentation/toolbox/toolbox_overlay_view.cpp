@@ -3,6 +3,7 @@
 #include "platform/qt/qt_text.h"
 #include "presentation/panel/panel_controller.h"
 #include "presentation/rows/control_view.h"
+#include "presentation/rows/label_view.h"
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/symbol_view.h"
 #include "presentation/toolbox/toolbox_content.h"
@@ -96,10 +97,8 @@ private:
 
 ToolboxOverlayView::ToolboxOverlayView(PanelController& controller, QWidget* parent)
     : OverlayView(controller, PanelRoute::Toolbox, toolboxHeader, parent) {
-    auto* section = new QLabel(toQString(toolboxSectionTitle), this);
-    section->setFont(textFont(TextStyle::Headline, *this));
     body().setSpacing(spacing::item);
-    body().addWidget(section);
+    body().addWidget(makeLabel(toolboxSectionTitle, TextStyle::Headline, this));
     for (const ToolboxToolRow& row : toolboxRows()) {
         auto* view = new ToolRowView(row, this);
         QObject::connect(view, &QPushButton::clicked, this,

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollArea>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -144,6 +145,25 @@ TEST_F(Views, NamesFromTheAirAreNoMarkupAndMakeNoPanelWider) {
     for (const QWidget* widget : view.findChildren<QWidget*>()) {
         EXPECT_LE(widget->width(), 400) << widget->accessibleName().toStdString();
         EXPECT_FALSE(widget->toolTip().contains("<b>"));
+    }
+}
+
+TEST_F(Views, LargeTypeMakesNoPanelWider) {
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 2.2);
+    QApplication::setFont(large);
+    values.dashboard.healthState.set(HealthState::Disconnected);
+    ContentView panel(controller);
+    QApplication::setFont(usual);
+    panel.resize(400, 650);
+    panel.setVisible(true);
+    for (const PanelRoute route : {PanelRoute::Dashboard, PanelRoute::Settings, PanelRoute::Toolbox}) {
+        controller.openPanel(route);
+        QCoreApplication::processEvents();
+        for (const QScrollArea* area : panel.findChildren<QScrollArea*>())
+            EXPECT_TRUE(!area->isVisible() || area->widget()->width() <= area->viewport()->width())
+                << static_cast<int>(route);
     }
 }
 

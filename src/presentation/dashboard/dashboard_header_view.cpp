@@ -39,6 +39,10 @@ protected:
 DashboardHeaderView::DashboardHeaderView(QWidget* parent) : QWidget(parent), badge_(new BadgeView(this)) {
     const DashboardFrameContent& frame = dashboardFrameContent;
     auto* subtitle = makeLabel(frame.subtitle, TextStyle::Caption, this, QPalette::PlaceholderText);
+    subtitle->setWordWrap(true);
+    // In large type it gives way, before the header makes all groups wider than the panel.
+    badge_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    badge_->setMinimumWidth(1);
     auto* brand = new QHBoxLayout;
     brand->setSpacing(spacing::item);
     brand->addWidget(makeLabel(frame.brandLabel, TextStyle::Title, this));

@@ -57,8 +57,9 @@ DashboardView::DashboardView(PanelController& controller, QWidget* parent)
     viewport()->setAutoFillBackground(false);
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
-    column->setContentsMargins(spacing::margin, spacing::margin, spacing::margin, spacing::margin);
-    column->setSpacing(spacing::group);
+    // Close enough for all groups to be seen whole beside a message.
+    column->setContentsMargins(spacing::margin, spacing::inside, spacing::margin, spacing::inside);
+    column->setSpacing(spacing::item);
     header_ = new DashboardHeaderView(content);
     header_->onOpenPanel = [this](PanelRoute route) { controller_.openPanel(route); };
     column->addWidget(header_);

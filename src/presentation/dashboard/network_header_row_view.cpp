@@ -8,6 +8,7 @@
 #include "presentation/rows/symbol_view.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 
@@ -73,6 +74,8 @@ NetworkHeaderRowView::NetworkHeaderRowView(QWidget* parent)
     band_->setFont(textFont(TextStyle::Caption, *this));
     band_->setForegroundRole(QPalette::PlaceholderText);
     details_->setSymbolSize(detailsSymbolSize);
+    // As high without a band as with one.
+    setMinimumHeight(details_->sizeHint().height());
     channel_->hide();
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
@@ -93,6 +96,18 @@ void NetworkHeaderRowView::toggleChannel() {
     channel_->move(isMirrored ? button.left() : button.right() - channel_->width(), button.bottom() + 2);
     channel_->setVisible(channel_->isHidden());
     channel_->raise();
+}
+
+void NetworkHeaderRowView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && channel_->isVisible())
+        channel_->hide();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void NetworkHeaderRowView::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    channel_->hide();
 }
 
 void NetworkHeaderRowView::show(const WiFiNetworkHeader& header) {

@@ -18,6 +18,11 @@ public:
 
     void show(const WiFiNetworkHeader& header);
 
+protected:
+    /// Escape puts the channel's details away.
+    void keyPressEvent(QKeyEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
 private:
     class SignalSymbol;
 

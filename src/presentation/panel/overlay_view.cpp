@@ -5,10 +5,14 @@
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/text_button_view.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
+
+#include <optional>
 
 namespace tolvo {
 
@@ -16,6 +20,21 @@ namespace {
 
 /// As round as the popover, so that its corners stay.
 constexpr double cornerRadius = 12;
+
+std::optional<QAbstractSlider::SliderAction> scrollingBy(int key) {
+    switch (key) {
+    case Qt::Key_PageDown:
+        return QAbstractSlider::SliderPageStepAdd;
+    case Qt::Key_PageUp:
+        return QAbstractSlider::SliderPageStepSub;
+    case Qt::Key_Down:
+        return QAbstractSlider::SliderSingleStepAdd;
+    case Qt::Key_Up:
+        return QAbstractSlider::SliderSingleStepSub;
+    default:
+        return std::nullopt;
+    }
+}
 
 QScrollArea* makeScrollArea(QWidget* content, QWidget* parent) {
     auto* scroll = new QScrollArea(parent);
@@ -51,7 +70,16 @@ OverlayView::OverlayView(PanelController& controller, PanelRoute route, const Ov
     body_ = new QVBoxLayout(content);
     body_->setContentsMargins(0, 0, 0, 0);
     body_->setSpacing(spacing::group);
-    layout->addWidget(makeScrollArea(content, this), 1);
+    scroll_ = makeScrollArea(content, this);
+    layout->addWidget(scroll_, 1);
+}
+
+void OverlayView::keyPressEvent(QKeyEvent* event) {
+    // Where nothing inside the body has the keyboard yet, it still scrolls.
+    if (const auto scrolling = scrollingBy(event->key()))
+        scroll_->verticalScrollBar()->triggerAction(*scrolling);
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void OverlayView::paintEvent(QPaintEvent*) {

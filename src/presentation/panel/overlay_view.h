@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class QScrollArea;
 class QVBoxLayout;
 
 namespace tolvo {
@@ -18,11 +19,13 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     /// Where the overlay's own rows go.
     QVBoxLayout& body() { return *body_; }
 
 private:
     QVBoxLayout* body_;
+    QScrollArea* scroll_;
 };
 
 } // namespace tolvo

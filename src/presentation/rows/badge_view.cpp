@@ -9,15 +9,39 @@ namespace tolvo {
 
 namespace {
 
-constexpr double groundOpacity = 0.2;
+constexpr double stateGroundOpacity = 0.2;
+constexpr int horizontalPadding = 8;
+constexpr int verticalPadding = 2;
 
 } // namespace
 
-BadgeView::BadgeView(QWidget* parent) : QLabel(parent) {
-    QFont font = textFont(TextStyle::Caption, *this);
+QFont badgeFont(const QWidget& widget) {
+    QFont font = textFont(TextStyle::Caption, widget);
     font.setWeight(QFont::DemiBold);
-    setFont(font);
-    setContentsMargins(8, 2, 8, 2);
+    return font;
+}
+
+QSize badgeSize(const QFontMetrics& metrics, std::string_view text) {
+    return {metrics.horizontalAdvance(toQString(text)) + 2 * horizontalPadding, metrics.height() + 2 * verticalPadding};
+}
+
+void paintBadge(QPainter& painter, const QRectF& rect, const Badge& badge, double groundOpacity,
+                const QPalette& palette) {
+    const QColor tone = toneColor(badge.tone, palette);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(withOpacity(tone, groundOpacity));
+    painter.drawRoundedRect(rect, rect.height() / 2, rect.height() / 2);
+    painter.setPen(tone);
+    const double width = rect.width() - 2 * horizontalPadding + 1;
+    painter.drawText(rect, Qt::AlignCenter,
+                     QFontMetricsF(painter.font()).elidedText(toQString(badge.text), Qt::ElideMiddle, width));
+}
+
+BadgeView::BadgeView(QWidget* parent) : QLabel(parent) {
+    setFont(badgeFont(*this));
+    setTextFormat(Qt::PlainText);
+    setContentsMargins(horizontalPadding, verticalPadding, horizontalPadding, verticalPadding);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -28,14 +52,8 @@ void BadgeView::show(const Badge& badge) {
 }
 
 void BadgeView::paintEvent(QPaintEvent*) {
-    const QColor tone = toneColor(badge_.tone, palette());
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(withOpacity(tone, groundOpacity));
-    painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
-    painter.setPen(tone);
-    painter.drawText(rect(), Qt::AlignCenter, text());
+    paintBadge(painter, rect(), badge_, stateGroundOpacity, palette());
 }
 
 } // namespace tolvo

@@ -5,8 +5,21 @@
 #include <QEnterEvent>
 #include <QFocusEvent>
 #include <QPainter>
+#include <QScrollArea>
 
 namespace tolvo {
+
+namespace {
+
+/// A scroll area does so by itself only when the keyboard moves within it.
+void scrollIntoView(QWidget& control) {
+    for (QWidget* outer = control.parentWidget(); outer != nullptr; outer = outer->parentWidget()) {
+        if (auto* scroll = qobject_cast<QScrollArea*>(outer))
+            return scroll->ensureWidgetVisible(&control);
+    }
+}
+
+} // namespace
 
 ControlView::ControlView(QWidget* parent) : QPushButton(parent) {
     setAutoDefault(true);
@@ -29,6 +42,8 @@ void ControlView::focusInEvent(QFocusEvent* event) {
     hasKeyboardFocus_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
                         event->reason() == Qt::ShortcutFocusReason || event->reason() == Qt::OtherFocusReason;
     QPushButton::focusInEvent(event);
+    if (hasKeyboardFocus_)
+        scrollIntoView(*this);
 }
 
 void ControlView::enterEvent(QEnterEvent* event) {

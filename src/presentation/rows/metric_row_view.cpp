@@ -11,13 +11,14 @@ namespace tolvo {
 namespace {
 
 constexpr int verticalPadding = 4;
-/// What a title takes of the width in a row without a trend line.
-constexpr double titleShare = 0.38;
+constexpr int gap = 8;
 
 } // namespace
 
 MetricRowView::MetricRowView(QWidget* parent) : QLabel(parent) {
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
 }
 
 void MetricRowView::show(const MetricRow& row) {
@@ -26,11 +27,24 @@ void MetricRowView::show(const MetricRow& row) {
     row_ = row;
     setAccessibleName(toQString(row.title));
     setAccessibleDescription(toQString(row.value));
+    updateGeometry();
     update();
 }
 
 QSize MetricRowView::sizeHint() const {
     return {200, fontMetrics().height() + 2 * verticalPadding};
+}
+
+int MetricRowView::heightForWidth(int width) const {
+    return sizeHint().height() + (needsTwoLines(width) ? fontMetrics().height() : 0);
+}
+
+bool MetricRowView::needsTwoLines(int width) const {
+    return fontMetrics().horizontalAdvance(toQString(row_.title)) + gap + valueWidth() > width;
+}
+
+int MetricRowView::valueWidth() const {
+    return QFontMetrics(textFont(TextStyle::Headline, *this)).horizontalAdvance(toQString(row_.value)) + 1;
 }
 
 QRect MetricRowView::placed(const QRect& part) const {
@@ -52,7 +66,12 @@ void MetricRowView::paintTitleAndValue(QPainter& painter, const QRect& title, co
 
 void MetricRowView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const int titleWidth = static_cast<int>(width() * titleShare);
+    if (needsTwoLines(width())) {
+        const int half = height() / 2;
+        paintTitleAndValue(painter, QRect(0, 0, width(), half), QRect(0, half, width(), height() - half));
+        return;
+    }
+    const int titleWidth = width() - gap - valueWidth();
     paintTitleAndValue(painter, QRect(0, 0, titleWidth, height()),
                        QRect(titleWidth, 0, width() - titleWidth, height()));
 }

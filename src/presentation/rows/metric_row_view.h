@@ -14,6 +14,8 @@ public:
 
     void show(const MetricRow& row);
     QSize sizeHint() const override;
+    /// Title and value stand one above the other where large type leaves no room for both on a line.
+    int heightForWidth(int width) const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -22,6 +24,9 @@ protected:
     void paintTitleAndValue(QPainter& painter, const QRect& title, const QRect& value) const;
 
 private:
+    bool needsTwoLines(int width) const;
+    int valueWidth() const;
+
     MetricRow row_;
 };
 

@@ -15,11 +15,15 @@ namespace {
 constexpr int titleDigits = 12;
 constexpr int valueDigits = 11;
 /// What they take at most; in large type the trend line gives way.
-constexpr double largestTitleShare = 0.4;
-constexpr double largestValueShare = 0.38;
+constexpr double largestTitleShare = 0.48;
+constexpr double largestValueShare = 0.44;
 constexpr int lineHeight = 18;
 
 } // namespace
+
+MetricTrendRowView::MetricTrendRowView(QWidget* parent) : MetricRowView(parent) {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
 
 void MetricTrendRowView::show(const MetricTrendRow& row) {
     if (row == row_)

@@ -7,9 +7,10 @@ namespace tolvo {
 /// A title, a trend line and a value.
 class MetricTrendRowView final : public MetricRowView {
 public:
-    explicit MetricTrendRowView(QWidget* parent = nullptr) : MetricRowView(parent) {}
+    explicit MetricTrendRowView(QWidget* parent = nullptr);
 
     void show(const MetricTrendRow& row);
+    int heightForWidth(int) const override { return sizeHint().height(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -96,17 +96,17 @@ Qt::Alignment visualAlignment(const QWidget& widget, Qt::Alignment alignment) {
 
 void drawTabularText(QPainter& painter, const QRectF& rect, Qt::Alignment alignment, const QString& text) {
     const QFontMetricsF metrics(painter.font());
-    const bool isPlain = std::ranges::all_of(text, [](QChar c) { return c.unicode() < 128; });
-    if (!isPlain || hasEqualDigits(metrics)) {
-        painter.drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine,
-                         metrics.elidedText(text, Qt::ElideRight, rect.width()));
-        return;
-    }
     const double digitWidth = widestDigit(metrics);
     const auto advance = [&](QChar c) { return c.isDigit() ? digitWidth : metrics.horizontalAdvance(c); };
     double width = 0;
     for (const QChar c : text)
         width += advance(c);
+    const bool isPlain = std::ranges::all_of(text, [](QChar c) { return c.unicode() < 128; });
+    if (!isPlain || hasEqualDigits(metrics) || width > rect.width()) {
+        painter.drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine,
+                         metrics.elidedText(text, Qt::ElideRight, rect.width()));
+        return;
+    }
     double x = (alignment & Qt::AlignRight) != 0 ? rect.right() - width : rect.left();
     for (const QChar c : text) {
         painter.drawText(QRectF(x, rect.top(), advance(c), rect.height()), Qt::AlignCenter | Qt::TextDontClip, c);

@@ -34,6 +34,7 @@ SettingsSwitchView::SettingsSwitchView(QWidget* parent)
       switch_(new SwitchView("", this)),
       line_(makeSettingsLine(this)) {
     title_->setBuddy(switch_);
+    title_->setWordWrap(true);
     state_->setWordWrap(false);
     switch_->onToggle = [this](bool isOn) { onToggle(isOn); };
     auto* top = new QHBoxLayout;
@@ -51,6 +52,7 @@ SettingsSwitchView::SettingsSwitchView(QWidget* parent)
 void SettingsSwitchView::show(const SettingsSwitch& content) {
     title_->setText(toQString(content.title));
     state_->setText(toQString(content.stateLabel));
+    state_->setHidden(content.stateLabel.empty());
     line_->setText(toQString(content.line));
     switch_->setAccessibleName(toQString(content.title));
     switch_->setAccessibleDescription(toQString(content.line));

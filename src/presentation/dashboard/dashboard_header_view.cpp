@@ -36,27 +36,28 @@ protected:
 
 } // namespace
 
-DashboardHeaderView::DashboardHeaderView(QWidget* parent) : QWidget(parent), badge_(new BadgeView(this)) {
+DashboardHeaderView::DashboardHeaderView(QWidget* parent) : QWidget(parent) {
     const DashboardFrameContent& frame = dashboardFrameContent;
-    auto* subtitle = makeLabel(frame.subtitle, TextStyle::Caption, this, QPalette::PlaceholderText);
-    subtitle->setWordWrap(true);
-    // In large type it gives way, before the header makes all groups wider than the panel.
-    badge_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-    badge_->setMinimumWidth(1);
-    auto* brand = new QHBoxLayout;
-    brand->setSpacing(spacing::item);
-    brand->addWidget(makeLabel(frame.brandLabel, TextStyle::Title, this));
-    brand->addWidget(badge_);
-    brand->addStretch();
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(1);
-    texts->addLayout(brand);
-    texts->addWidget(subtitle);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addWidget(new MarkView(this));
     layout->addSpacing(spacing::item);
+    auto* brand = new QHBoxLayout;
+    brand->setSpacing(spacing::item);
+    brand->addWidget(makeLabel(frame.brandLabel, TextStyle::Title, this));
+    badge_ = new BadgeView(this);
+    // In large type it gives way, before the header makes all groups wider than the panel.
+    badge_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    badge_->setMinimumWidth(1);
+    brand->addWidget(badge_);
+    brand->addStretch();
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addLayout(brand);
+    auto* subtitle = makeLabel(frame.subtitle, TextStyle::Caption, this, QPalette::PlaceholderText);
+    subtitle->setWordWrap(true);
+    texts->addWidget(subtitle);
     layout->addLayout(texts, 1);
     for (const HeaderIconButton& button : frame.headerButtons) {
         auto* view = new IconButtonView(button.symbolName, button.accessibilityLabel, button.toolTip, this);

@@ -21,7 +21,7 @@ public:
     void show(const Badge& health);
 
 private:
-    BadgeView* badge_;
+    BadgeView* badge_ = nullptr;
 };
 
 } // namespace tolvo

@@ -17,7 +17,6 @@ GeneralSettingsView::GeneralSettingsView(SettingsController& controller, QWidget
       launchAtLogin_(new SettingsSwitchView),
       error_(new InlineMessageView),
       approval_(new SettingsNoticeView),
-      sleepLine_(makeSettingsLine(this)),
       batteryFriendly_(new SettingsSwitchView) {
     launchAtLogin_->onToggle = [&controller](bool isOn) { controller.setLaunchAtLogin(isOn); };
     approval_->onAction = [&controller] { controller.openLoginItemsSettings(); };
@@ -26,6 +25,7 @@ GeneralSettingsView::GeneralSettingsView(SettingsController& controller, QWidget
     login->rows().addWidget(launchAtLogin_);
     login->rows().addWidget(error_);
     login->rows().addWidget(approval_);
+    sleepLine_ = makeSettingsLine(this);
     auto* battery = new CardView("", this);
     battery->rows().addWidget(batteryFriendly_);
     auto* layout = new QVBoxLayout(this);

@@ -24,7 +24,7 @@ private:
     SettingsSwitchView* launchAtLogin_;
     InlineMessageView* error_;
     SettingsNoticeView* approval_;
-    QLabel* sleepLine_;
+    QLabel* sleepLine_ = nullptr;
     SettingsSwitchView* batteryFriendly_;
 };
 

@@ -4,6 +4,7 @@
 #include "presentation/rows/style_view.h"
 #include "presentation/rows/symbol_view.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 #include <QStyle>
 
@@ -15,26 +16,54 @@ constexpr int symbolSize = 15;
 constexpr int gap = 6;
 constexpr int padding = 7;
 
+/// The toolkit knows tabs only in its own bar of them.
+class AccessibleTab final : public QAccessibleWidget {
+public:
+    explicit AccessibleTab(SettingsTabView* tab) : QAccessibleWidget(tab, QAccessible::PageTab), tab_(tab) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.selected = tab_->isSelected();
+        return state;
+    }
+    QStringList actionNames() const override { return QStringList(pressAction()) + QAccessibleWidget::actionNames(); }
+    void doAction(const QString& action) override {
+        if (action == pressAction())
+            tab_->click();
+        else
+            QAccessibleWidget::doAction(action);
+    }
+
+private:
+    SettingsTabView* tab_;
+};
+
+QAccessibleInterface* makeAccessibleTab(const QString&, QObject* object) {
+    auto* tab = dynamic_cast<SettingsTabView*>(object);
+    return tab == nullptr ? nullptr : new AccessibleTab(tab);
+}
+
 } // namespace
 
 SettingsTabView::SettingsTabView(QWidget* parent) : ControlView(parent) {
-    // Its chosen state is what assistive programs read as checked.
-    setCheckable(true);
+    static const bool isFactoryInstalled = (QAccessible::installFactory(&makeAccessibleTab), true);
+    Q_UNUSED(isFactoryInstalled)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    // Assistive programs set the state without a click: taken as the same request.
-    connect(this, &QPushButton::toggled, this, [this](bool isSelected) {
-        if (isSelected == tab_.isSelected)
-            return;
-        onSelect();
-        setChecked(tab_.isSelected);
-    });
+    connect(this, &QPushButton::clicked, this, [this] { onSelect(); });
 }
 
 void SettingsTabView::show(const SettingsTabButton& tab) {
+    const bool isSelectionOther = tab.isSelected != tab_.isSelected;
     tab_ = tab;
     setAccessibleName(toQString(tab.title));
-    setChecked(tab.isSelected);
     update();
+    if (!isSelectionOther)
+        return;
+    QAccessible::State changed;
+    changed.selected = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
 }
 
 QSize SettingsTabView::sizeHint() const {

@@ -7,7 +7,7 @@
 
 namespace tolvo {
 
-/// One of the buttons that choose what the settings show.
+/// One of the buttons that choose what the settings show. For assistive programs it is a tab, selected or not.
 class SettingsTabView final : public ControlView {
 public:
     explicit SettingsTabView(QWidget* parent = nullptr);
@@ -15,11 +15,11 @@ public:
     std::function<void()> onSelect;
 
     void show(const SettingsTabButton& tab);
+    bool isSelected() const { return tab_.isSelected; }
     QSize sizeHint() const override;
 
 protected:
     void paintControl(QPainter& painter) override;
-    void nextCheckState() override { onSelect(); }
 
 private:
     SettingsTabButton tab_;

@@ -32,7 +32,7 @@ QPalette paletteOf(ColorScheme scheme) {
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(role, text);
     palette.setColor(QPalette::PlaceholderText, isDark ? QColor(0x9BA4B0) : QColor(0x5F6975));
-    palette.setColor(QPalette::Highlight, isDark ? QColor(0x4C9DFF) : QColor(0x1769E0));
+    palette.setColor(QPalette::Highlight, isDark ? QColor(0x2474E5) : QColor(0x1769E0));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::ToolTipBase, isDark ? QColor(0x343B45) : QColor(0xFFFFFF));
     return palette;

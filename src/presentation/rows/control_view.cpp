@@ -35,7 +35,7 @@ void ControlView::paintEvent(QPaintEvent*) {
         painter.setOpacity(0.45);
     paintControl(painter);
     if (hasFocus() && hasKeyboardFocus_)
-        paintFocusRing(painter, rect(), focusRadius(), palette());
+        paintFocus(painter);
 }
 
 void ControlView::focusInEvent(QFocusEvent* event) {
@@ -58,6 +58,10 @@ void ControlView::leaveEvent(QEvent* event) {
 
 double ControlView::focusRadius() const {
     return controlRadius;
+}
+
+void ControlView::paintFocus(QPainter& painter) const {
+    paintFocusRing(painter, rect(), focusRadius(), palette().color(QPalette::Highlight));
 }
 
 double ControlView::groundOpacity() const {

@@ -18,6 +18,7 @@ protected:
 
     virtual void paintControl(QPainter& painter) = 0;
     virtual double focusRadius() const;
+    virtual void paintFocus(QPainter& painter) const;
     /// How strongly the ground shows that the pointer is there or presses.
     double groundOpacity() const;
 

@@ -121,9 +121,9 @@ void paintCard(QPainter& painter, const QRectF& rect, const QPalette& palette) {
     painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), cardRadius, cardRadius);
 }
 
-void paintFocusRing(QPainter& painter, const QRectF& rect, double radius, const QPalette& palette) {
+void paintFocusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& color) {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette.color(QPalette::Highlight), 2));
+    painter.setPen(QPen(color, 2));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius, radius);
 }

@@ -40,6 +40,6 @@ void drawTabularText(QPainter& painter, const QRectF& rect, Qt::Alignment alignm
 
 void paintCard(QPainter& painter, const QRectF& rect, const QPalette& palette);
 /// The ring around the control that has the keyboard.
-void paintFocusRing(QPainter& painter, const QRectF& rect, double radius, const QPalette& palette);
+void paintFocusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
 
 } // namespace tolvo

@@ -80,7 +80,7 @@ void SwitchView::paintEvent(QPaintEvent*) {
     painter.drawEllipse(QRectF(track.left() + x, track.top(), trackHeight, trackHeight)
                             .adjusted(knobMargin, knobMargin, -knobMargin, -knobMargin));
     if (hasFocus())
-        paintFocusRing(painter, track, radius, palette());
+        paintFocusRing(painter, track, radius, palette().color(QPalette::Highlight));
 }
 
 } // namespace tolvo

@@ -16,17 +16,23 @@ public:
                             QWidget* parent = nullptr);
 
     void setTitle(std::string_view title);
+    void setProminence(ButtonProminence prominence);
+    /// Before the words.
+    void setSymbol(std::string_view symbolName);
     /// A chevron that points back, for the reader's direction, and no ground.
     void setBackStyle();
     QSize sizeHint() const override;
 
 protected:
     void paintControl(QPainter& painter) override;
+    void paintFocus(QPainter& painter) const override;
 
 private:
     void paintGround(QPainter& painter) const;
+    void paintSymbolAndTitle(QPainter& painter) const;
 
     ButtonProminence prominence_;
+    std::string symbolName_;
     bool isBack_ = false;
 };
 

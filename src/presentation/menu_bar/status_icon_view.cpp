@@ -36,6 +36,7 @@ QColor badgeColor(Tone tone, PanelShade shade) {
         return QColor(0x3E95FF);
     case Tone::Primary:
     case Tone::Secondary:
+    case Tone::Dimmed:
     case Tone::White:
         return isDark ? QColor(0xF4F5F7) : QColor(0x1B2027);
     }

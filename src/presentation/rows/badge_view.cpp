@@ -1,6 +1,7 @@
 #include "presentation/rows/badge_view.h"
 
 #include "platform/qt/qt_text.h"
+#include "presentation/rows/name_label_view.h"
 #include "presentation/rows/style_view.h"
 
 #include <QPainter>
@@ -46,9 +47,19 @@ BadgeView::BadgeView(QWidget* parent) : QLabel(parent) {
 }
 
 void BadgeView::show(const Badge& badge) {
+    if (badge == badge_)
+        return;
     badge_ = badge;
     setText(toQString(badge.text));
     update();
+}
+
+void BadgeView::setDetail(std::string_view text) {
+    const QString whole = toQString(text);
+    if (whole == accessibleDescription())
+        return;
+    setToolTip(whole.isEmpty() ? whole : plainToolTip(whole));
+    setAccessibleDescription(whole);
 }
 
 void BadgeView::paintEvent(QPaintEvent*) {

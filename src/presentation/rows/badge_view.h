@@ -21,6 +21,8 @@ public:
     explicit BadgeView(QWidget* parent = nullptr);
 
     void show(const Badge& badge);
+    /// What the word leaves out, as a tool tip; never markup.
+    void setDetail(std::string_view text);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -47,6 +47,8 @@ QColor toneColor(Tone tone, const QPalette& palette) {
         return palette.color(QPalette::WindowText);
     case Tone::Secondary:
         return palette.color(QPalette::PlaceholderText);
+    case Tone::Dimmed:
+        return dark ? withOpacity(QColor(0xF2F4F7), 0.45) : QColor(0x858E9A);
     case Tone::White:
         return shade(dark, 0x4A5563, 0xF2F4F7);
     case Tone::Green:
@@ -70,10 +72,25 @@ QColor withOpacity(QColor color, double opacity) {
     return color;
 }
 
+const QPalette& darkGroundPalette() {
+    static const QPalette colors = [] {
+        QPalette palette;
+        palette.setColor(QPalette::Window, 0x101619);
+        palette.setColor(QPalette::WindowText, 0xF2F4F7);
+        palette.setColor(QPalette::PlaceholderText, 0xA9B3BE);
+        return palette;
+    }();
+    return colors;
+}
+
 QFont textFont(TextStyle style, const QWidget& widget) {
     QFont font = widget.font();
     const double size = font.pointSizeF() > 0 ? font.pointSizeF() : 10;
     switch (style) {
+    case TextStyle::Figure:
+        font.setPointSizeF(size * 1.9);
+        font.setWeight(QFont::DemiBold);
+        break;
     case TextStyle::Title:
         font.setPointSizeF(size * 1.3);
         font.setWeight(QFont::DemiBold);

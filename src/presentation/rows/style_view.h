@@ -25,12 +25,14 @@ inline constexpr int item = 8;
 inline constexpr double cardRadius = 10;
 inline constexpr double controlRadius = 7;
 
-enum class TextStyle { Title, Headline, Body, Caption };
+enum class TextStyle { Figure, Title, Headline, Body, Caption };
 
 bool isDark(const QPalette& palette);
 /// The shade that can be read on the palette's window colour.
 QColor toneColor(Tone tone, const QPalette& palette);
 QColor withOpacity(QColor color, double opacity);
+/// For a ground that is dark in every theme.
+const QPalette& darkGroundPalette();
 
 QFont textFont(TextStyle style, const QWidget& widget);
 /// Left and right as they are on the screen, for the reader's direction.

@@ -7,8 +7,8 @@
 
 namespace tolvo {
 
-/// The colours that contents speak of; each front end has its own shades of them.
-enum class Tone { Primary, Secondary, White, Green, Yellow, Orange, Red, Blue, Gray };
+/// The colours that contents speak of; each front end has its own shades of them. Dimmed is for what isn't there.
+enum class Tone { Primary, Secondary, Dimmed, White, Green, Yellow, Orange, Red, Blue, Gray };
 
 /// A state in one coloured word.
 struct Badge {

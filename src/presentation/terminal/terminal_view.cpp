@@ -16,6 +16,7 @@ std::string_view colourCode(Tone tone) {
     case Tone::Primary:
         return "39";
     case Tone::Secondary:
+    case Tone::Dimmed:
     case Tone::Gray:
         return "90";
     case Tone::White:

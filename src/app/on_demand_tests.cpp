@@ -35,6 +35,11 @@ std::optional<URL> speedTestURL() {
     return defaultSpeedTestURL();
 }
 
+std::string speedTestServerTag() {
+    const auto url = speedTestURL();
+    return url ? speedTestServerTag(*url) : environmentVariable("TOLVO_SPEED_TEST_URL").value_or("");
+}
+
 std::string speedTestNotice() {
     const auto url = speedTestURL();
     if (!url || url->host().empty())

@@ -19,6 +19,8 @@ namespace tolvo {
 /// test then fails, and says so.
 std::optional<URL> speedTestURL();
 
+/// Whose server that is, in a word.
+std::string speedTestServerTag();
 /// What the speed test will transfer, and with whom.
 std::string speedTestNotice();
 

@@ -84,11 +84,18 @@ TEST_F(SpeedTestWindow, KeepsWhatAFailedRunMeasured) {
     EXPECT_FALSE(shown.isEmpty);
     EXPECT_EQ(shown.statusBadge, (Badge{"Failed", Tone::Red}));
     EXPECT_EQ(shown.throughput[0].value, "94,3 Mbps");
-    EXPECT_EQ(shown.grades[0], (SpeedTestGradeTile{"Download", "F", "2,50x baseline", Tone::Red}));
-    EXPECT_EQ(shown.grades[1], (SpeedTestGradeTile{"Upload", "—", "ratio unavailable", Tone::Secondary}));
+    EXPECT_EQ(shown.grades[0],
+              (SpeedTestGradeTile{"Download", "F", "2,50x baseline", Tone::Red, "Download bufferbloat"}));
+    EXPECT_EQ(shown.grades[1],
+              (SpeedTestGradeTile{"Upload", "—", "ratio unavailable", Tone::Dimmed, "Upload bufferbloat"}));
     EXPECT_EQ(shown.buttonLabel + shown.lastTestedLine, "Run TestLast tested at —");
     latestResult.set(SpeedTestResult{});
     EXPECT_EQ(content().buttonLabel + content().lastTestedLine, "RetestLast tested at 09:30.");
+}
+
+TEST(SpeedTestServerTag, NamesTheServiceThatIsReallyAsked) {
+    EXPECT_EQ(speedTestServerTag(*URL::parse("https://speed.cloudflare.com")), "Cloudflare");
+    EXPECT_EQ(speedTestServerTag(*URL::parse("https://notcloudflare.com:8080/x")), "notcloudflare.com");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "presentation/panel/content_view.h"
 #include "presentation/rows/sparkline_view.h"
 #include "presentation/rows/symbol_view.h"
+#include "presentation/speed_test/speed_test_frame_content.h"
 #include "tests/support/eventually.h"
 #include "tests/support/manual_loop.h"
 #include "tests/support/panel_values.h"
@@ -200,7 +201,10 @@ TEST(Symbols, EveryNamedOneIsThere) {
                                         "chevron.right",
                                         "slider.horizontal.3",
                                         "exclamationmark.triangle.fill",
-                                        "arrow.down.circle.fill"};
+                                        "arrow.down.circle.fill",
+                                        "arrow.down",
+                                        "arrow.up",
+                                        speedTestFrameContent.window.symbolName};
     for (const ToolboxToolRow& row : toolboxRows())
         names.push_back(row.symbolName);
     for (const HealthState state :

@@ -9,7 +9,7 @@ class QVBoxLayout;
 namespace tolvo {
 
 /// A group of rows on a ground of its own.
-class CardView final : public QGroupBox {
+class CardView : public QGroupBox {
 public:
     /// The title heads the card; an empty one takes no room.
     explicit CardView(std::string_view title, QWidget* parent = nullptr);

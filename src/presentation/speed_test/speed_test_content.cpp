@@ -51,7 +51,7 @@ std::string statusLine(const SpeedTestSources& sources) {
 
 Tone gradeColor(std::optional<BufferbloatGrade> grade) {
     if (!grade)
-        return Tone::Secondary;
+        return Tone::Dimmed;
     switch (*grade) {
     case BufferbloatGrade::A:
     case BufferbloatGrade::B:
@@ -82,8 +82,10 @@ std::string gradeText(std::optional<BufferbloatGrade> grade) {
 
 SpeedTestGradeTile gradeTile(std::string title, std::optional<BufferbloatGrade> grade, std::optional<double> ratio,
                              const NumberFormat& format) {
+    std::string spokenTitle = title + " bufferbloat";
     return {std::move(title), std::string(grade ? rawValue(*grade) : absentValueText),
-            ratio ? formatDecimal(*ratio, 2, format) + "x baseline" : "ratio unavailable", gradeColor(grade)};
+            ratio ? formatDecimal(*ratio, 2, format) + "x baseline" : "ratio unavailable", gradeColor(grade),
+            std::move(spokenTitle)};
 }
 
 std::string insightText(const std::string& label, std::optional<double> baseline, std::optional<double> loaded,
@@ -128,6 +130,11 @@ std::vector<Subscription> subscribeToAll(const SpeedTestSources& sources, const 
                            sources.lastErrorMessage);
 }
 
+std::string speedTestServerTag(const URL& server) {
+    const std::string& host = server.host();
+    return host == "cloudflare.com" || host.ends_with(".cloudflare.com") ? "Cloudflare" : host;
+}
+
 SpeedTestContent speedTestContent(const SpeedTestSources& sources, const NumberFormat& format,
                                   const ShortTimeFormat& shortTime) {
     const auto& result = sources.latestResult.value();
@@ -136,6 +143,7 @@ SpeedTestContent speedTestContent(const SpeedTestSources& sources, const NumberF
     const auto lag = [&](std::optional<double> value) { return formatQuantity(value, 0, "ms", format); };
     return {
         .statusBadge = statusBadge(sources.phase.value()),
+        .statusDetail = sources.lastErrorMessage.value().value_or(""),
         .isEmpty = !isRunning && !result && !sources.downloadMbps.value() && !sources.uploadMbps.value(),
         .buttonLabel = buttonLabel(sources),
         .lastTestedLine =

@@ -2,6 +2,7 @@
 
 #include "core/async/published.h"
 #include "core/model/speed_test_result.h"
+#include "core/model/url.h"
 #include "presentation/rows/tone.h"
 #include "presentation/rows/value_format.h"
 
@@ -53,14 +54,16 @@ struct SpeedTestGradeTile {
     /// A letter, or the dash.
     std::string grade;
     std::string ratio;
-    Tone gradeColor = Tone::Secondary;
+    Tone gradeColor = Tone::Dimmed;
+    /// Set apart from the throughput of the same title.
+    std::string spokenTitle;
 
     bool operator==(const SpeedTestGradeTile&) const = default;
 };
 
 struct SpeedTestInsightRow {
     std::string indicatorSymbolName;
-    Tone indicatorColor = Tone::Secondary;
+    Tone indicatorColor = Tone::Dimmed;
     std::string text;
 
     bool operator==(const SpeedTestInsightRow&) const = default;
@@ -69,6 +72,8 @@ struct SpeedTestInsightRow {
 /// All that the speed test says at one moment.
 struct SpeedTestContent {
     std::optional<Badge> statusBadge;
+    /// Why a run failed; else empty.
+    std::string statusDetail;
     /// Nothing was measured and nothing runs: only the invitation is shown.
     bool isEmpty = true;
     std::string buttonLabel;
@@ -87,6 +92,9 @@ struct SpeedTestContent {
 
 /// Gives a time without its date, as the user's locale writes it.
 using ShortTimeFormat = std::function<std::string(WallTime)>;
+
+/// Whose server it is, in one word; its host where that isn't known.
+std::string speedTestServerTag(const URL& server);
 
 SpeedTestContent speedTestContent(const SpeedTestSources& sources, const NumberFormat& format,
                                   const ShortTimeFormat& shortTime);

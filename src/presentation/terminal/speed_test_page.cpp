@@ -1,5 +1,6 @@
 #include "presentation/terminal/speed_test_page.h"
 
+#include "presentation/speed_test/speed_test_frame_content.h"
 #include "presentation/terminal/terminal_text.h"
 
 #include <utility>
@@ -17,8 +18,9 @@ void appendProgress(Lines& lines, const SpeedTestContent& content, std::size_t c
 }
 
 void appendInvitation(Lines& lines, const std::string& notice, std::size_t columns) {
-    lines.push_back(clippedLine({{" No speed test results yet", Tone::Primary, true}}, columns));
-    appendWrapped(lines, "Run a test to measure download, upload, and latency under load.", Tone::Primary, columns);
+    const ToolWindowFrameContent& frame = speedTestFrameContent.window;
+    lines.push_back(clippedLine({{" " + std::string(frame.emptyTitle), Tone::Primary, true}}, columns));
+    appendWrapped(lines, std::string(frame.emptyText), Tone::Primary, columns);
     appendWrapped(lines, notice, Tone::Secondary, columns);
 }
 

@@ -1,0 +1,68 @@
+#include "presentation/speed_test/speed_test_view.h"
+#include "tests/support/manual_loop.h"
+#include "tests/support/panel_values.h"
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+namespace tolvo::testing {
+namespace {
+
+/// The texts and values that are on the screen, by name.
+std::map<std::string, std::string> shownIn(const QWidget& window) {
+    std::map<std::string, std::string> shown;
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+        if (label->isVisible())
+            shown[(label->accessibleName().isEmpty() ? label->text() : label->accessibleName()).toStdString()] =
+                label->accessibleDescription().toStdString();
+    }
+    return shown;
+}
+
+TEST(SpeedTestView, KeepsTheKeyboardOnItsButtonAndShowsOnReturnWhatCameMeanwhile) {
+    ManualLoop loop;
+    const FixedLocaleFormats formats;
+    Published<bool> isRunning{false};
+    Published<SpeedTestPhase> phase{SpeedTestPhase::Idle};
+    Published<double> progress{0};
+    Published<std::optional<double>> download, upload, baseline, downloadLoaded, uploadLoaded, downloadRatio,
+        uploadRatio;
+    Published<std::optional<BufferbloatGrade>> downloadGrade, uploadGrade;
+    Published<std::optional<SpeedTestResult>> latestResult;
+    Published<std::optional<std::string>> errorMessage;
+    SpeedTestController controller(loop,
+                                   {isRunning, phase, progress, download, upload, baseline, downloadLoaded,
+                                    uploadLoaded, downloadRatio, uploadRatio, downloadGrade, uploadGrade, latestResult,
+                                    errorMessage},
+                                   {[&] { isRunning.set(true); }, [&] { isRunning.set(false); }}, "Home", "", formats);
+    SpeedTestView view(controller);
+    view.setVisible(true);
+    auto* button = view.findChild<QAbstractButton*>();
+    button->setFocus();
+    button->click();
+    loop.advance(0.1);
+    EXPECT_EQ(button->text(), QStringLiteral("Cancel"));
+    EXPECT_TRUE(view.focusWidget() == button && button->isVisible());
+    EXPECT_EQ(shownIn(view).count("No speed test results yet"), 0U);
+    QKeyEvent letter(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+    QCoreApplication::sendEvent(button, &letter);
+    EXPECT_FALSE(letter.isAccepted()) << "nobody wants it";
+    view.setVisible(false);
+    downloadGrade.set(BufferbloatGrade::C);
+    download.set(12.34);
+    button->click();
+    loop.advance(0.1);
+    view.setVisible(true);
+    EXPECT_EQ(button->text(), QStringLiteral("Run Test"));
+    EXPECT_EQ(shownIn(view).at("Download"), "12.3 Mbps");
+    EXPECT_EQ(shownIn(view).at("Download bufferbloat"), "C, ratio unavailable");
+}
+
+} // namespace
+} // namespace tolvo::testing

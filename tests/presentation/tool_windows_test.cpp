@@ -1,3 +1,4 @@
+#include "presentation/channel_scan/channel_scan_view.h"
 #include "presentation/speed_test/speed_test_view.h"
 #include "tests/support/manual_loop.h"
 #include "tests/support/panel_values.h"
@@ -62,6 +63,35 @@ TEST(SpeedTestView, KeepsTheKeyboardOnItsButtonAndShowsOnReturnWhatCameMeanwhile
     EXPECT_EQ(button->text(), QStringLiteral("Run Test"));
     EXPECT_EQ(shownIn(view).at("Download"), "12.3 Mbps");
     EXPECT_EQ(shownIn(view).at("Download bufferbloat"), "C, ratio unavailable");
+}
+
+TEST(ChannelScanView, ShowsTheChannelsOfTheLatestResultOnly) {
+    ManualLoop loop;
+    const FixedLocaleFormats formats;
+    Published<std::optional<ChannelScanResult>> latestResult;
+    Published<bool> isScanning{false};
+    Published<std::int64_t> completedPasses{0};
+    Published<std::int64_t> totalPasses{0};
+    ChannelScanController controller(
+        loop, {latestResult, isScanning, completedPasses, totalPasses}, [&] { isScanning.set(true); }, formats);
+    ChannelScanView view(controller);
+    view.setVisible(true);
+    EXPECT_TRUE(shownIn(view).contains("No scan results yet"));
+    ChannelScanResult result;
+    result.currentBand = WiFiBand::FiveGigahertz;
+    result.currentChannelNumber = 40;
+    for (std::int64_t channel : {36, 40, 44})
+        result.channels.push_back({channel, WiFiBand::FiveGigahertz, 1, -60, 0.5, 1});
+    latestResult.set(result);
+    loop.advance(0.1);
+    EXPECT_EQ(shownIn(view).at("Ch 40"), "Current, Score 0.50, 1 network");
+    EXPECT_TRUE(shownIn(view).contains("Ch 44"));
+    result.channels.resize(2);
+    latestResult.set(result);
+    view.findChild<QAbstractButton*>()->click();
+    loop.advance(0.1);
+    EXPECT_FALSE(shownIn(view).contains("Ch 44"));
+    EXPECT_EQ(view.findChild<QAbstractButton*>()->text(), QStringLiteral("Cancel"));
 }
 
 } // namespace

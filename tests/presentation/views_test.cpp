@@ -1,4 +1,5 @@
 #include "platform/qt/qt_popover.h"
+#include "presentation/channel_scan/channel_scan_frame_content.h"
 #include "presentation/dashboard/dashboard_frame_content.h"
 #include "presentation/menu_bar/status_icon_view.h"
 #include "presentation/panel/content_view.h"
@@ -204,7 +205,8 @@ TEST(Symbols, EveryNamedOneIsThere) {
                                         "arrow.down.circle.fill",
                                         "arrow.down",
                                         "arrow.up",
-                                        speedTestFrameContent.window.symbolName};
+                                        speedTestFrameContent.window.symbolName,
+                                        channelScanFrameContent.window.symbolName};
     for (const ToolboxToolRow& row : toolboxRows())
         names.push_back(row.symbolName);
     for (const HealthState state :

@@ -98,6 +98,13 @@ Tone barColor(double normalizedCongestion) {
     return normalizedCongestion >= 0.34 ? Tone::Orange : Tone::Green;
 }
 
+std::string spoken(const std::vector<ChannelScanMarkerTag>& tags, const std::string& score, const std::string& count) {
+    std::string text;
+    for (const ChannelScanMarkerTag& tag : tags)
+        text += tag.text + ", ";
+    return text + score + ", " + count;
+}
+
 ChannelScanCongestionRow row(const ChannelCongestionSample& sample, const ChannelScanResult& result,
                              const NumberFormat& format) {
     std::vector<ChannelScanMarkerTag> tags;
@@ -105,12 +112,16 @@ ChannelScanCongestionRow row(const ChannelCongestionSample& sample, const Channe
         tags.push_back({"Current", Tone::Blue});
     if (sample.channelNumber == result.suggestedChannelNumber)
         tags.push_back({"Recommended", Tone::Green});
+    std::string score = scoreText(sample.interferenceScore, format);
+    std::string count = countText(sample.networkCount, "network", "networks");
+    std::string spokenValue = spoken(tags, score, count);
     return {"Ch " + std::to_string(sample.channelNumber),
             std::move(tags),
-            scoreText(sample.interferenceScore, format),
-            countText(sample.networkCount, "network", "networks"),
+            std::move(score),
+            std::move(count),
             sample.normalizedCongestion,
-            barColor(sample.normalizedCongestion)};
+            barColor(sample.normalizedCongestion),
+            std::move(spokenValue)};
 }
 
 std::vector<ChannelCongestionSample> samplesOfActiveBand(const ChannelScanResult& result,
@@ -166,6 +177,7 @@ ChannelScanContent channelScanContent(const ChannelScanSources& sources, const N
     content.isScanning = sources.isScanning.value();
     content.completedPasses = sources.completedPasses.value();
     content.totalPasses = std::max<std::int64_t>(sources.totalPasses.value(), 1);
+    content.progress = static_cast<double>(content.completedPasses) / static_cast<double>(content.totalPasses);
     const auto& result = sources.latestResult.value();
     if (!result)
         return content;

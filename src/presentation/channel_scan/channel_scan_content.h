@@ -47,6 +47,8 @@ struct ChannelScanCongestionRow {
     /// 0 to 1.
     double barShare = 0;
     Tone barColor = Tone::Green;
+    /// Tags, score and count in one, for assistive programs.
+    std::string spokenValue;
 
     bool operator==(const ChannelScanCongestionRow&) const = default;
 };
@@ -58,6 +60,8 @@ struct ChannelScanContent {
     std::int64_t completedPasses = 0;
     /// At least 1.
     std::int64_t totalPasses = 1;
+    /// 0 to 1.
+    double progress = 0;
     bool hasResult = false;
     std::string networksSeen;
     std::string passes;

@@ -1,5 +1,6 @@
 #include "presentation/terminal/channel_scan_page.h"
 
+#include "presentation/channel_scan/channel_scan_frame_content.h"
 #include "presentation/terminal/terminal_text.h"
 
 #include <algorithm>
@@ -53,13 +54,14 @@ void appendResult(Lines& lines, const ChannelScanContent& content, std::size_t c
     for (const ChannelScanCongestionRow& row : content.rows)
         lines.push_back(congestionLine(row, columns, glyphs));
     if (content.rows.empty())
-        lines.push_back(clippedLine({{" No channels available for the active band.", Tone::Secondary}}, columns));
+        lines.push_back(
+            clippedLine({{" " + std::string(channelScanFrameContent.noChannels), Tone::Secondary}}, columns));
 }
 
 void appendInvitation(Lines& lines, std::size_t columns) {
-    lines.push_back(clippedLine({{" No scan results yet", Tone::Primary, true}}, columns));
-    appendWrapped(lines, "Run a scan to compare current channel quality against nearby options in the same band.",
-                  Tone::Secondary, columns);
+    const ToolWindowFrameContent& frame = channelScanFrameContent.window;
+    lines.push_back(clippedLine({{" " + std::string(frame.emptyTitle), Tone::Primary, true}}, columns));
+    appendWrapped(lines, std::string(frame.emptyText), Tone::Secondary, columns);
 }
 
 } // namespace
@@ -79,10 +81,9 @@ Lines ChannelScanPage::lines(TerminalSize size) const {
     const ChannelScanContent content = channelScanContent(sources_, format_);
     Lines lines{clippedLine({{" Channel Scan", Tone::Primary, true}}, size.columns), {}};
     if (content.isScanning) {
-        const double share = static_cast<double>(content.completedPasses) / static_cast<double>(content.totalPasses);
-        lines.push_back(
-            progressLine(share, std::to_string(content.completedPasses) + " of " + std::to_string(content.totalPasses),
-                         size.columns, glyphs_));
+        lines.push_back(progressLine(
+            content.progress, std::to_string(content.completedPasses) + " of " + std::to_string(content.totalPasses),
+            size.columns, glyphs_));
     } else if (const auto& message = lastErrorMessage_.value()) {
         appendWrapped(lines, terminalSafe(*message), Tone::Orange, size.columns);
     }

@@ -1,5 +1,8 @@
 #include "presentation/channel_scan/channel_scan_view.h"
 #include "presentation/speed_test/speed_test_view.h"
+#include "presentation/wifi_radar/radar_nearby_list_view.h"
+#include "presentation/wifi_radar/wifi_radar_view.h"
+#include "tests/support/dashboard_values.h"
 #include "tests/support/manual_loop.h"
 #include "tests/support/panel_values.h"
 
@@ -92,6 +95,38 @@ TEST(ChannelScanView, ShowsTheChannelsOfTheLatestResultOnly) {
     loop.advance(0.1);
     EXPECT_FALSE(shownIn(view).contains("Ch 44"));
     EXPECT_EQ(view.findChild<QAbstractButton*>()->text(), QStringLiteral("Cancel"));
+}
+
+TEST(WiFiRadarView, ReadsAndTurnsWhileItIsOpenAndTakesAnyName) {
+    ManualLoop loop;
+    Published<std::optional<WiFiSnapshot>> snapshot{exampleWiFiSnapshot()}, fallback;
+    Published<std::vector<WiFiSnapshot>> history, fallbackHistory;
+    Published<std::vector<RadarNearbyNetwork>> nearby;
+    Published<std::optional<std::string>> errorMessage;
+    std::string log;
+    WiFiRadarController controller(loop, {snapshot, history, fallback, fallbackHistory, nearby, errorMessage},
+                                   {[&] { log += "started "; }, [&] { log += "stopped "; }});
+    auto view = std::make_unique<WiFiRadarView>(controller);
+    view->resize(1080, 680);
+    view->setVisible(true);
+    EXPECT_EQ(shownIn(*view).at("Signal quality"), "80. Good spot: signal is stable.");
+    EXPECT_EQ(shownIn(*view).at("SNR"), "40 dB");
+    auto* list = view->findChild<RadarNearbyListView*>();
+    const RadarNearbyNetwork odd{"1", std::string(300, 'W') + "<b>\u202E", -60, 6, WiFiBand::Unknown};
+    nearby.set(std::vector<RadarNearbyNetwork>(500, odd));
+    loop.advance(0.6);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list->model()->rowCount(), 500);
+    EXPECT_LE(view->widget()->width(), 1080);
+    EXPECT_FALSE(shownIn(*view).contains("Scanning nearby networks..."));
+    EXPECT_NEAR(controller.sweepDegrees(), radarSweepDegrees(0.6), 1e-6);
+    view->setVisible(false);
+    view->setVisible(true);
+    EXPECT_EQ(controller.sweepDegrees(), -90) << "a new sweep";
+    nearby.set({});
+    view.reset();
+    loop.advance(0.1);
+    EXPECT_EQ(log, "started stopped started stopped ");
 }
 
 } // namespace

@@ -206,7 +206,9 @@ TEST(Symbols, EveryNamedOneIsThere) {
                                         "arrow.down",
                                         "arrow.up",
                                         speedTestFrameContent.window.symbolName,
-                                        channelScanFrameContent.window.symbolName};
+                                        channelScanFrameContent.window.symbolName,
+                                        "arrow.forward.circle.fill",
+                                        "arrow.uturn.backward.circle.fill"};
     for (const ToolboxToolRow& row : toolboxRows())
         names.push_back(row.symbolName);
     for (const HealthState state :

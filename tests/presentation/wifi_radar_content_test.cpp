@@ -54,6 +54,30 @@ TEST_F(WiFiRadarWindow, ListsTheOthersOrSaysWhyNot) {
     EXPECT_EQ(content().nearbyPlaceholder, "");
 }
 
+TEST_F(WiFiRadarWindow, ColourAndSymbolChangeAtScoresOfTheirOwn) {
+    const auto shownFor = [this](std::int64_t rssi, std::int64_t snr) {
+        WiFiSnapshot snapshot = exampleWiFiSnapshot();
+        snapshot.rssiDbm = rssi;
+        snapshot.snrDb = snr;
+        snapshot.noiseFloorDbm = -100;
+        snapshot.linkRateMbps = 1200;
+        radarSnapshot.set(snapshot);
+        return content();
+    };
+    const auto expect = [](const WiFiRadarContent& shown, std::int64_t score, Tone color, const char* symbol) {
+        EXPECT_EQ(shown.score, score);
+        EXPECT_EQ(shown.scoreColor, color) << score;
+        EXPECT_EQ(shown.cards.back().color, color) << score;
+        EXPECT_EQ(shown.scoreSymbolName, symbol) << score;
+    };
+    expect(shownFor(-45, 14), 75, Tone::Green, "checkmark.circle.fill");
+    expect(shownFor(-45, 13), 74, Tone::Yellow, "checkmark.circle.fill");
+    expect(shownFor(-45, 1), 66, Tone::Yellow, "checkmark.circle.fill");
+    expect(shownFor(-45, 0), 65, Tone::Yellow, "exclamationmark.triangle.fill");
+    expect(shownFor(-90, 28), 45, Tone::Yellow, "exclamationmark.triangle.fill");
+    expect(shownFor(-90, 27), 44, Tone::Orange, "exclamationmark.triangle.fill");
+}
+
 TEST(RadarSweep, TurnsOnceIn2Point2SecondsFromTheTop) {
     EXPECT_EQ(radarSweepDegrees(0), -90);
     EXPECT_NEAR(radarSweepDegrees(1.1), 90, 1e-9);

@@ -4,7 +4,6 @@
 #include "presentation/rows/style_view.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QPolygonF>
 
 namespace tolvo {
@@ -29,23 +28,29 @@ QPen pen(const QColor& color, double width) {
 
 } // namespace
 
+SparklinePaths sparklinePaths(const QRectF& rect, std::span<const double> samples,
+                              const std::optional<ValueRange>& yDomain) {
+    SparklinePaths paths;
+    const QPolygonF points = polygon(rect, samples, yDomain);
+    if (points.isEmpty())
+        return paths;
+    paths.line.addPolygon(points);
+    paths.area = paths.line;
+    paths.area.lineTo(rect.bottomRight());
+    paths.area.lineTo(rect.bottomLeft());
+    paths.area.closeSubpath();
+    return paths;
+}
+
 void paintSparkline(QPainter& painter, const QRectF& rect, std::span<const double> samples,
                     const std::optional<ValueRange>& yDomain, const QColor& strokeColor) {
     // Room for half a line at each edge, so that a value at the end of its range is not cut.
     const QRectF inner = rect.adjusted(shadowWidth / 2, shadowWidth / 2, -shadowWidth / 2, -shadowWidth / 2);
-    const QPolygonF line = polygon(inner, samples, yDomain);
-    if (line.isEmpty())
-        return;
-    QPainterPath stroke;
-    stroke.addPolygon(line);
-    QPainterPath area = stroke;
-    area.lineTo(inner.bottomRight());
-    area.lineTo(inner.bottomLeft());
-    area.closeSubpath();
+    const SparklinePaths paths = sparklinePaths(inner, samples, yDomain);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(area, withOpacity(strokeColor, areaOpacity));
-    painter.strokePath(stroke, pen(withOpacity(strokeColor, shadowOpacity), shadowWidth));
-    painter.strokePath(stroke, pen(strokeColor, lineWidth));
+    painter.fillPath(paths.area, withOpacity(strokeColor, areaOpacity));
+    painter.strokePath(paths.line, pen(withOpacity(strokeColor, shadowOpacity), shadowWidth));
+    painter.strokePath(paths.line, pen(strokeColor, lineWidth));
 }
 
 } // namespace tolvo

@@ -7,6 +7,7 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+#include <cmath>
 #include <string>
 
 /// A static library's resources are not there by themselves. The macro wants the global namespace.
@@ -48,7 +49,7 @@ bool hasSymbol(std::string_view name) {
 }
 
 void drawSymbol(QPainter& painter, std::string_view name, const QRectF& rect, const QColor& color) {
-    const double scale = painter.device()->devicePixelRatioF() * painter.worldTransform().m11();
+    const double scale = painter.device()->devicePixelRatioF() * std::abs(painter.worldTransform().m11());
     const QSize pixels = (rect.size() * scale).toSize();
     const QString key = QStringLiteral("%1 %2 %3").arg(toQString(name)).arg(pixels.width()).arg(color.rgba());
     QPixmap pixmap;

@@ -16,7 +16,7 @@ constexpr std::size_t channelColumns = 18;
 TerminalLine networkLine(const WiFiRadarContent& content, std::size_t columns) {
     TerminalLine line{{" " + terminalSafe(content.networkName), Tone::Primary, true}};
     if (content.hasCurrentTag)
-        line.push_back({"  Current", Tone::Green});
+        line.push_back({"  " + std::string(wifi_radar::currentTag), Tone::Green});
     line.push_back({"  " + content.channelLine, Tone::Secondary});
     return clippedLine(std::move(line), columns);
 }
@@ -38,7 +38,8 @@ WiFiRadarPage::WiFiRadarPage(WiFiRadarSources sources, Actions actions, Terminal
 
 Lines WiFiRadarPage::lines(TerminalSize size) const {
     const WiFiRadarContent content = wifiRadarContent(sources_);
-    Lines lines{clippedLine({{" Wi-Fi Radar", Tone::Primary, true}, {"  " + content.hint, content.scoreColor, true}},
+    Lines lines{clippedLine({{" " + std::string(wifi_radar::title), Tone::Primary, true},
+                             {"  " + content.hint, content.scoreColor, true}},
                             size.columns),
                 networkLine(content, size.columns),
                 {},
@@ -48,11 +49,10 @@ Lines WiFiRadarPage::lines(TerminalSize size) const {
                 {}};
     for (const RadarMetricCard& card : content.cards) {
         const std::string value = card.unit ? card.value + " " + *card.unit : card.value;
-        lines.push_back(
-            trendLine({card.title, value, card.samples, card.yDomain, content.scoreColor}, size.columns, glyphs_));
+        lines.push_back(trendLine({card.title, value, card.samples, card.yDomain, card.color}, size.columns, glyphs_));
     }
     lines.emplace_back();
-    lines.push_back(clippedLine({{" Nearby Networks", Tone::Primary, true}}, size.columns));
+    lines.push_back(clippedLine({{" " + std::string(wifi_radar::nearbyTitle), Tone::Primary, true}}, size.columns));
     for (const RadarNearbyNetworkRow& row : content.nearby)
         lines.push_back(nearbyLine(row, size.columns));
     if (content.nearby.empty())

@@ -48,18 +48,14 @@ std::vector<RadarMetricCard> cards(const std::optional<WiFiSnapshot>& snapshot,
     const auto rates = samplesOf(history, rate);
     const double highestRate = rates.empty() ? 0 : std::ranges::max(rates);
     const auto currentSNR = snapshot ? snapshot->snrDb : std::nullopt;
-    return {{"Quality", std::to_string(score), std::nullopt, samplesOf(history, quality), {0, 100}},
-            {"SNR",
-             currentSNR ? std::to_string(*currentSNR) : std::string(absentValueText),
-             "dB",
-             samplesOf(history, snr),
-             {0, 50}},
-            {"RSSI", std::to_string(snapshot ? snapshot->rssiDbm : 0), "dBm", samplesOf(history, rssi), {-95, -30}},
-            {"Speed",
-             std::to_string(snapshot ? snapshot->linkRateMbps.value_or(0) : 0),
-             "Mbps",
-             rates,
-             {0, std::max(200.0, highestRate)}}};
+    const std::string snrText = currentSNR ? std::to_string(*currentSNR) : std::string(absentValueText);
+    const std::string rssiText = std::to_string(snapshot ? snapshot->rssiDbm : 0);
+    const std::string rateText = std::to_string(snapshot ? snapshot->linkRateMbps.value_or(0) : 0);
+    const Tone color = scoreColor(score);
+    return {{"Quality", std::to_string(score), std::nullopt, color, samplesOf(history, quality), {0, 100}},
+            {"SNR", snrText, "dB", color, samplesOf(history, snr), {0, 50}},
+            {"RSSI", rssiText, "dBm", color, samplesOf(history, rssi), {-95, -30}},
+            {"Speed", rateText, "Mbps", color, rates, {0, std::max(200.0, highestRate)}}};
 }
 
 std::string channelText(std::int64_t channel, WiFiBand band) {

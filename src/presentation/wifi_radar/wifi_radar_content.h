@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tolvo {
@@ -25,10 +26,26 @@ struct WiFiRadarSources {
 
 std::vector<Subscription> subscribeToAll(const WiFiRadarSources& sources, const std::function<void()>& onChange);
 
+namespace wifi_radar {
+
+inline constexpr std::string_view symbolName = "scope";
+inline constexpr std::string_view title = "Wi-Fi Radar";
+inline constexpr std::string_view subtitle = "Move through your space to find better coverage. Radar blends live link "
+                                             "quality with nearby network pressure.";
+inline constexpr std::string_view currentTag = "Current";
+inline constexpr std::string_view nearbyTitle = "Nearby Networks";
+/// What assistive programs call the painted parts.
+inline constexpr std::string_view faceLabel = "Signal quality";
+inline constexpr std::string_view hintLabel = "Direction";
+
+} // namespace wifi_radar
+
 struct RadarMetricCard {
     std::string title;
     std::string value;
     std::optional<std::string> unit;
+    Tone color = Tone::Orange;
+    /// Oldest first.
     std::vector<double> samples;
     ValueRange yDomain;
 
@@ -46,7 +63,7 @@ struct RadarNearbyNetworkRow {
 /// All that the radar says at one moment, but for the sweep's angle.
 struct WiFiRadarContent {
     std::int64_t score = 0;
-    /// Green, yellow or orange: of the sweep, the hint and the cards.
+    /// Green, yellow or orange: of the sweep, the hint and the cards. Its bands are not those of the coverage message.
     Tone scoreColor = Tone::Orange;
     std::string scoreSymbolName;
     std::string coverageMessage;
@@ -55,6 +72,7 @@ struct WiFiRadarContent {
     std::string networkName;
     bool hasCurrentTag = false;
     std::string channelLine;
+    /// Quality, ratio, signal and speed.
     std::vector<RadarMetricCard> cards;
     std::vector<RadarNearbyNetworkRow> nearby;
     /// In place of an empty list.
@@ -65,8 +83,8 @@ struct WiFiRadarContent {
 
 WiFiRadarContent wifiRadarContent(const WiFiRadarSources& sources);
 
-/// Where the sweep stands, in degrees from the right, so many seconds after the radar was opened: one turn takes 2.2
-/// seconds and begins at the top.
+/// Where the sweep's wedge begins, in degrees clockwise from the right, so many seconds after the radar was opened: one
+/// turn takes 2.2 seconds and begins at the top.
 double radarSweepDegrees(double secondsSinceOpening);
 
 } // namespace tolvo

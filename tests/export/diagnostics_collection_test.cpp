@@ -120,6 +120,24 @@ TEST_F(DiagnosticsCollectionTest, FallbackTextWhenTheReportCannotBeEncoded) {
     EXPECT_TRUE(controller.content().ready) << "the report itself stays";
 }
 
+TEST_F(DiagnosticsCollectionTest, AWindowMayCloseMeanwhileAndFindsTheReportOnReturn) {
+    struct Display final : ContentDisplaying<DiagnosticsExportContent> {
+        void show(const DiagnosticsExportContent& content) override { shown = content; }
+        DiagnosticsExportContent shown;
+    } display;
+    controller.open(display);
+    EXPECT_TRUE(display.shown.progress);
+    controller.close();
+    loop.advance(0.6);
+    endTests();
+    EXPECT_FALSE(display.shown.ready);
+    controller.open(display);
+    EXPECT_TRUE(display.shown.ready) << "and nothing is collected anew";
+    controller.close();
+    controller.open(display);
+    EXPECT_TRUE(display.shown.progress) << "that report has been seen";
+}
+
 TEST(DiagnosticsSharePreviewCard, RowsWithAndWithoutValues) {
     const auto format = [](WallTime) { return std::string("today"); };
     auto input = fullInput();

@@ -1,15 +1,19 @@
+#include "core/task_sleeper.h"
 #include "presentation/channel_scan/channel_scan_view.h"
+#include "presentation/diagnostics_export/diagnostics_export_view.h"
 #include "presentation/speed_test/speed_test_view.h"
 #include "presentation/wifi_radar/radar_nearby_list_view.h"
 #include "presentation/wifi_radar/wifi_radar_view.h"
 #include "tests/support/dashboard_values.h"
 #include "tests/support/manual_loop.h"
 #include "tests/support/panel_values.h"
+#include "tests/support/scripted_export.h"
 
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <gtest/gtest.h>
 
 #include <map>
@@ -127,6 +131,40 @@ TEST(WiFiRadarView, ReadsAndTurnsWhileItIsOpenAndTakesAnyName) {
     view.reset();
     loop.advance(0.1);
     EXPECT_EQ(log, "started stopped started stopped ");
+}
+
+TEST(DiagnosticsExportView, LetsTheReaderSelectWhatItCollected) {
+    ManualLoop loop;
+    TaskSleeper sleeper;
+    ScriptedCollectionSources world;
+    ScriptedExportServices services;
+    DiagnosticsCollection collection(loop, world.sources(), sleeper, [] { return WallTime(); });
+    DiagnosticsExportController controller(loop, collection, services, services, services,
+                                           [](WallTime) { return std::string("today"); });
+    DiagnosticsExportView view(controller);
+    const auto press = [&](const char* name) {
+        for (auto* button : view.findChildren<QAbstractButton*>()) {
+            if (button->isVisible() && button->accessibleName() == QLatin1String(name))
+                button->click();
+        }
+        loop.advance(0.6);
+    };
+    view.setVisible(true);
+    press("Copy report");
+    EXPECT_EQ(shownIn(view).at("Collecting latency metrics"), "Completed");
+    EXPECT_EQ(shownIn(view).at("Running speed test"), "Pending");
+    EXPECT_TRUE(shownIn(view).contains("Diagnostics report is still being collected."));
+    world.channelScan.isRunning.set(false);
+    loop.advance(0.3);
+    world.speedTest.isRunning.set(false);
+    loop.advance(0.3);
+    EXPECT_EQ(shownIn(view).at("Internet Ping"), "Unavailable");
+    EXPECT_EQ(view.findChild<QPlainTextEdit*>()->toPlainText().toStdString(),
+              *collection.collectedReportJSONString.value());
+    press("Share report");
+    EXPECT_TRUE(shownIn(view).contains("Diagnostics report saved to report.json."));
+    press("Regenerate");
+    EXPECT_EQ(shownIn(view).at("Running speed test"), "Pending");
 }
 
 } // namespace

@@ -26,6 +26,7 @@ struct DiagnosticsIncludedRow {
 
 namespace diagnostics_export {
 
+inline constexpr std::string_view symbolName = "square.and.arrow.up.on.square";
 inline constexpr std::string_view title = "Diagnostics Export";
 inline constexpr std::string_view subtitle = "Create a complete diagnostics snapshot for export.";
 inline constexpr std::string_view regenerateTitle = "Regenerate";
@@ -33,6 +34,10 @@ inline constexpr DiagnosticsExportButton regenerateButton{"arrow.clockwise", "",
                                                           "Collect metrics again and generate a new report"};
 inline constexpr DiagnosticsExportButton copyButton{"square.on.square", "doc.on.doc", "Copy report"};
 inline constexpr DiagnosticsExportButton shareButton{"square.and.arrow.up", "", "Share report"};
+/// What assistive programs say of the progress bar and of the stages.
+inline constexpr std::string_view progressLabel = "Progress";
+inline constexpr std::string_view completedStageLabel = "Completed";
+inline constexpr std::string_view pendingStageLabel = "Pending";
 inline constexpr std::string_view completedStageSymbol = "checkmark.circle.fill";
 inline constexpr std::string_view includedRowSymbol = "checkmark.seal.fill";
 inline constexpr std::string_view previewTitle = "Share Preview";

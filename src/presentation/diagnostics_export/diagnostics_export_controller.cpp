@@ -12,10 +12,25 @@ DiagnosticsExportController::DiagnosticsExportController(MainLoop& loop, Diagnos
       saveDialog_(saveDialog),
       fileWriter_(fileWriter),
       formatDateTime_(std::move(formatDateTime)),
+      live_(loop, [this] { return content(); }),
+      subscriptions_(subscribeToEach([this] { live_.scheduleUpdate(); }, actionMessage, collection.isCollectingReport,
+                                     collection.collectionProgress, collection.collectionMessage,
+                                     collection.completedStages, collection.collectedReport)),
       tasks_(loop) {}
 
 DiagnosticsExportContent DiagnosticsExportController::content() const {
     return diagnosticsExportContent(collection_, actionMessage.value(), formatDateTime_);
+}
+
+void DiagnosticsExportController::open(ContentDisplaying<DiagnosticsExportContent>& display) {
+    if (hasSeenReport_ || !collection_.collectedReport.value())
+        collect();
+    live_.setDisplay(&display);
+}
+
+void DiagnosticsExportController::close() {
+    live_.setDisplay(nullptr);
+    hasSeenReport_ = collection_.collectedReport.value() && !collection_.isCollectingReport.value();
 }
 
 void DiagnosticsExportController::collect() {

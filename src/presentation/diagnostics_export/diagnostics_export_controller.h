@@ -6,8 +6,10 @@
 #include "platform/services/file_writing.h"
 #include "platform/services/save_dialog.h"
 #include "presentation/diagnostics_export/diagnostics_export_content.h"
+#include "presentation/tool_window/live_content.h"
 
 #include <optional>
+#include <vector>
 
 namespace tolvo {
 
@@ -21,7 +23,13 @@ public:
 
     DiagnosticsExportContent content() const;
 
-    /// When the window comes on screen, and from the Regenerate button. Does nothing while a collection is running.
+    /// When the window comes on screen: shows the present content at once and keeps it up to date. Collects, unless a
+    /// report was finished while the window was closed: that one is still to be seen.
+    void open(ContentDisplaying<DiagnosticsExportContent>& display);
+    /// A collection under way goes on.
+    void close();
+
+    /// Makes a new report in place of the last one. Does nothing while a collection is running.
     void collect();
     void copyReport();
     /// Asks where, and saves there. Does nothing while it is asking or saving.
@@ -36,6 +44,9 @@ private:
     SaveDialog& saveDialog_;
     FileWriting& fileWriter_;
     const DateTimeFormat formatDateTime_;
+    LiveContent<DiagnosticsExportContent> live_;
+    std::vector<Subscription> subscriptions_;
+    bool hasSeenReport_ = false;
     std::optional<TaskHandle> saveTask_;
     TaskScope tasks_;
 };

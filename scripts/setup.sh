@@ -7,7 +7,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build_packages=(clang-19 lld-19 libstdc++-12-dev libc6-dev cmake ninja-build pkg-config git python3
     libgtest-dev libre2-dev nlohmann-json3-dev libnl-3-dev libnl-genl-3-dev libdbus-1-dev libsystemd-dev
     libcurl4-openssl-dev qt6-base-dev qt6-svg-dev libxcb1-dev libxcb-xinput-dev)
-run_packages=(iputils-ping ca-certificates)
+run_packages=(iputils-ping ca-certificates qt6-wayland)
 # What the suite holds our results against, and what its labs are made of.
 test_packages=(bind9-dnsutils iproute2 dbus-daemon openssl python3-jsonschema procps util-linux)
 check_packages=(clang-format-19 clang-tidy-19 libclang-rt-19-dev)

@@ -20,8 +20,8 @@ URL settingsProgramURL() {
 
 } // namespace
 
-AppDelegate::AppDelegate(MainLoop& loop, FrontEndFactory makeFrontEnd)
-    : system_(loop),
+AppDelegate::AppDelegate(MainLoop& loop, FrontEndFactory makeFrontEnd, Workspace* desktopWorkspace)
+    : system_(loop, desktopWorkspace),
       appSettingsStore_(system_.userDefaults),
       locationAuthorizer_(system_.locationManager),
       urlOpener_(system_.workspace),
@@ -29,6 +29,7 @@ AppDelegate::AppDelegate(MainLoop& loop, FrontEndFactory makeFrontEnd)
       locationPermissionController_(loop, locationAuthorizer_, locationSettingsOpener_),
       networkChangeObserver_(loop, system_.pathMonitor),
       sleepWakeObserver_(system_.sleepNotifications),
+      isDesktopProgram_(desktopWorkspace != nullptr),
       makeFrontEnd_(std::move(makeFrontEnd)) {}
 
 Monitoring& AppDelegate::monitoring() {
@@ -43,6 +44,12 @@ OnDemandTests& AppDelegate::onDemandTests() {
     return *onDemandTests_;
 }
 
+DesktopIntegration& AppDelegate::desktopIntegration() {
+    if (!desktopIntegration_)
+        desktopIntegration_.emplace(system_, urlOpener_);
+    return *desktopIntegration_;
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
     if (isRunByTests())
         return;
@@ -51,6 +58,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     frontEnd_ = makeFrontEnd_(*this);
     frontEnd_->install();
     startControllers();
+    if (isDesktopProgram_)
+        desktopIntegration().start();
 }
 
 void AppDelegate::bindLastSSID() {
@@ -75,6 +84,8 @@ void AppDelegate::startControllers() {
 void AppDelegate::applicationWillTerminate() {
     if (isRunByTests())
         return;
+    if (desktopIntegration_)
+        desktopIntegration_->stop();
     if (std::exchange(hasStartedControllers_, false))
         monitoring().lifecycleController.shutdown();
     if (frontEnd_)

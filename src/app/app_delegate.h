@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/desktop_integration.h"
 #include "app/front_end.h"
 #include "app/monitoring.h"
 #include "app/on_demand_tests.h"
@@ -25,7 +26,8 @@ class AppDelegate {
 public:
     using FrontEndFactory = std::function<std::unique_ptr<FrontEnd>(AppDelegate&)>;
 
-    AppDelegate(MainLoop& loop, FrontEndFactory makeFrontEnd);
+    /// A program of the desktop gives the desktop's workspace, and looks for updates.
+    AppDelegate(MainLoop& loop, FrontEndFactory makeFrontEnd, Workspace* desktopWorkspace = nullptr);
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
 
@@ -38,6 +40,7 @@ public:
     // Built at their first use.
     Monitoring& monitoring();
     OnDemandTests& onDemandTests();
+    DesktopIntegration& desktopIntegration();
 
 private:
     void bindLastSSID();
@@ -53,6 +56,8 @@ private:
     WorkspaceSleepWakeObserver sleepWakeObserver_;
     std::optional<Monitoring> monitoring_;
     std::optional<OnDemandTests> onDemandTests_;
+    const bool isDesktopProgram_;
+    std::optional<DesktopIntegration> desktopIntegration_;
     FrontEndFactory makeFrontEnd_;
     std::unique_ptr<FrontEnd> frontEnd_;
     bool hasStartedControllers_ = false;

@@ -14,11 +14,12 @@ std::string userAgent(const BundleInformation& bundle) {
 
 } // namespace
 
-SystemServices::SystemServices(MainLoop& mainLoop)
+SystemServices::SystemServices(MainLoop& mainLoop, Workspace* desktopWorkspace)
     : loop(mainLoop),
       userDefaults(JsonFileUserDefaults::standardPath()),
       processService(loop, toolPaths(allowedToolPaths(), toolsFolder()), forkingProgram(toolsFolder())),
-      workspace(processService),
+      xdgWorkspace_(processService),
+      workspace(desktopWorkspace ? *desktopWorkspace : xdgWorkspace_),
       pathMonitor(loop),
       sleepNotifications(loop),
       urlSession(loop, {.userAgent = userAgent(bundle), .certificates = CertificateStore::ofSystem()}),

@@ -21,7 +21,8 @@ namespace tolvo {
 /// The operating system's services that the program stands on, one of each.
 class SystemServices {
 public:
-    explicit SystemServices(MainLoop& loop);
+    /// Without a workspace of the desktop's own, addresses are opened through xdg-open.
+    SystemServices(MainLoop& loop, Workspace* desktopWorkspace);
     SystemServices(const SystemServices&) = delete;
     SystemServices& operator=(const SystemServices&) = delete;
 
@@ -31,7 +32,12 @@ public:
     DateProvider dateProvider = [] { return std::chrono::system_clock::now(); };
     JsonFileUserDefaults userDefaults;
     PosixProcessService processService;
-    XdgWorkspace workspace;
+
+private:
+    XdgWorkspace xdgWorkspace_;
+
+public:
+    Workspace& workspace;
     UnguardedLocationManager locationManager;
     Re2RegularExpressionCompiler regularExpressions;
     InetAddressParser addressParser;

@@ -33,7 +33,7 @@ http {{
   sendfile on;
   client_max_body_size 0;
   server {{
-    listen {target}:8080;
+    listen {target}:8081;
     listen {target}:443 ssl;
     ssl_certificate {folder}/cert;
     ssl_certificate_key {folder}/key;
@@ -119,8 +119,8 @@ large = 2_000_000_000
 network = Network()
 serve(network, (size, large))
 for direction in ("down", "up"):
-    for url in (f"http://{TARGET}:8080", f"https://{TARGET}"):
+    for url in (f"http://{TARGET}:8081", f"https://{TARGET}"):
         compare(direction, url, size, rounds)
 for direction in ("down", "up"):
-    figures = program("ours")(direction, f"http://{TARGET}:8080", large)
     print(f"4 chunks of 2 GB {direction}: {figures['rss_MB']:.0f} MB of memory")
+    figures = program("ours")(direction, f"http://{TARGET}:8081", large)

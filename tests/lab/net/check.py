@@ -2,17 +2,14 @@
 import fcntl
 import json
 import os
-import pty
-import select
 import signal
 import socket
-import struct
 import subprocess
 import sys
-import termios
 import time
 
-from network import ROUTER, SKIPPED, TARGET, Network, enter_sandbox, wait_until
+from network import ROUTER, TARGET, Network, enter_sandbox, wait_until
+from screen import Screen
 
 enter_sandbox()
 program = os.path.join(sys.argv[1], "tolvo-terminal")
@@ -115,36 +112,12 @@ unread.process.send_signal(signal.SIGTERM)
 check("ends on request while nobody reads its output", wait_until(lambda: unread.process.poll() == 0, 5))
 
 
-class Screen:
-    """The program on a terminal of 60 by 20."""
-
-    def __init__(self):
-        self.child, self.terminal = pty.fork()
-        if self.child == 0:
-            os.execve(program, [program], {**environment, "TERM": "xterm"})
-        fcntl.ioctl(self.terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 20, 60, 0, 0))
-        self.written = ""
-
-    def shows(self, text, seconds=10):
-        def read():
-            if select.select([self.terminal], [], [], 0)[0]:
-                try:
-                    self.written += os.read(self.terminal, 65536).decode(errors="replace")
-                except OSError:
-                    pass
-            return text in self.written
-        return wait_until(read, seconds)
-
-    def type(self, keys):
-        os.write(self.terminal, keys)
-
-
-screen = Screen()
+screen = Screen(program, environment)
 check("draws its screen", screen.shows("Internet Ping"))
 screen.type(b"m")
 check("obeys its keys", screen.shows("Monitoring is paused."))
 screen.type(b"\x03")
-check("gives the terminal back", screen.shows("\x1b[?1049l"))
+check("gives the terminal back", screen.wrote("\x1b[?1049l"))
 check("and ends well", os.waitstatus_to_exitcode(os.waitpid(screen.child, 0)[1]) == 0)
 with open(os.path.join(settings_folder, "settings.json")) as file:
     check("keeps the switch", json.load(file) == {**settings, "monitoringEnabled": False})

@@ -1,11 +1,18 @@
-"""The servers of the lab's internet: `servers.py dns|web FOLDER`. Each prints a line once it listens."""
+"""The servers of the lab's internet: `servers.py dns|web|secure-web FOLDER`. Each prints a line once it listens."""
 import http.server
 import os
 import socket
+import ssl
 import struct
 import sys
+import threading
 
 folder = sys.argv[2]
+
+
+def setting(name):
+    with open(os.path.join(folder, name)) as file:
+        return file.read()
 
 
 def serve_dns():
@@ -19,16 +26,16 @@ def serve_dns():
         answer = b"\xc0\x0c" + struct.pack("!HHIH", 1, 1, 5, 4) + socket.inet_aton("203.0.113.10")
         is_address = question[-4:-2] == b"\0\1"
         header = query[:2] + struct.pack("!HHHHH", 0x8180, 1, int(is_address), 0, 0)
-        server.sendto(header + question + (answer if is_address else b""), client)
+        reply = header + question + (answer if is_address else b"")
+        threading.Timer(float(setting("dns-delay")), server.sendto, (reply, client)).start()
 
 
 class Pages(http.server.BaseHTTPRequestHandler):
     def do_GET(self):
-        with open(os.path.join(folder, "portal")) as file:
-            mode = file.read()
+        mode = setting("portal")
         body = b"Success" if mode == "clean" else b"<html>Welcome to this hotel</html>"
-        if self.path.startswith("/__"):
-            mode, body = "clean", bytes(int(self.path.partition("?bytes=")[2] or 0))
+        if self.path == "/v1/update":
+            mode, body = "clean", setting("update").encode()
         self.send_response(302 if mode == "redirect" else 200)
         if mode == "redirect":
             self.send_header("Location", "http://portal.test/login")
@@ -36,18 +43,23 @@ class Pages(http.server.BaseHTTPRequestHandler):
         self.end_headers()
         self.wfile.write(body)
 
-    def do_POST(self):
-        self.rfile.read(int(self.headers["Content-Length"]))
-        self.do_GET()
-
     def log_message(self, *arguments):
         pass
 
 
-def serve_web():
-    server = http.server.ThreadingHTTPServer(("203.0.113.10", 80), Pages)
+def serve_web(port):
+    server = http.server.ThreadingHTTPServer(("203.0.113.10", port), Pages)
+    server.handle_error = lambda *arguments: None  # The portal probes reset their connections.
+    if port == 443:
+        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        certificate = os.path.join(folder, "certificate.pem")
+        context.load_cert_chain(certificate, certificate + ".key")
+        server.socket = context.wrap_socket(server.socket, server_side=True)
     print("ready", flush=True)
     server.serve_forever()
 
 
-serve_dns() if sys.argv[1] == "dns" else serve_web()
+if sys.argv[1] == "dns":
+    serve_dns()
+else:
+    serve_web(443 if sys.argv[1] == "secure-web" else 80)

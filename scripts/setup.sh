@@ -9,7 +9,9 @@ build_packages=(clang-19 lld-19 libstdc++-12-dev libc6-dev cmake ninja-build pkg
     libcurl4-openssl-dev qt6-base-dev qt6-svg-dev libxcb1-dev libxcb-xinput-dev)
 run_packages=(iputils-ping ca-certificates qt6-wayland)
 # What the suite holds our results against, and what its labs are made of.
-test_packages=(bind9-dnsutils iproute2 dbus-daemon openssl python3-jsonschema procps util-linux)
+test_packages=(bind9-dnsutils iproute2 dbus-daemon openssl python3-jsonschema procps util-linux
+    xvfb openbox xfce4-panel trayer dunst at-spi2-core gir1.2-atspi-2.0 python3-gi python3-dbusmock python3-xlib xdotool xclip sway
+    libglib2.0-bin fonts-dejavu-core)
 check_packages=(clang-format-19 clang-tidy-19 libclang-rt-19-dev)
 bench_packages=(libbenchmark-dev net-tools iproute2 bind9-dnsutils curl gcc)
 

@@ -14,6 +14,8 @@ test_packages=(bind9-dnsutils iproute2 dbus-daemon openssl python3-jsonschema pr
     libglib2.0-bin fonts-dejavu-core)
 check_packages=(clang-format-19 clang-tidy-19 libclang-rt-19-dev)
 bench_packages=(libbenchmark-dev net-tools iproute2 bind9-dnsutils curl gcc)
+# What ./screenshots takes its pictures with.
+screenshot_packages=(imagemagick)
 
 missing_packages() {
     local package

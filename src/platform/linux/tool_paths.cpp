@@ -15,7 +15,7 @@ std::filesystem::path toolsFolder() {
     std::filesystem::path asBuilt = program.parent_path() / "tools";
     if (std::filesystem::is_directory(asBuilt, error))
         return asBuilt;
-    return program.parent_path().parent_path() / "libexec" / "tolvo";
+    return (program.parent_path() / TOLVO_INSTALLED_TOOLS).lexically_normal();
 }
 
 std::map<std::string, std::string> toolPaths(const std::set<std::string>& fixedPaths,

@@ -8,7 +8,7 @@
 namespace tolvo {
 
 /// The folder of our own system tools: TOLVO_TOOLS_DIR if it is set to an absolute path, else `tools` beside the
-/// running program (as built), else `../libexec/tolvo` from there (as installed).
+/// running program (as built), else where CMake installs them, seen from there (`../libexec/tolvo`).
 std::filesystem::path toolsFolder();
 
 /// Where each of the tools, known by a fixed path, stands: in that folder, under its own name.

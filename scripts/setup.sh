@@ -14,6 +14,9 @@ test_packages=(bind9-dnsutils iproute2 dbus-daemon openssl python3-jsonschema pr
     libglib2.0-bin fonts-dejavu-core)
 check_packages=(clang-format-19 clang-tidy-19 libclang-rt-19-dev)
 bench_packages=(libbenchmark-dev net-tools iproute2 bind9-dnsutils curl gcc)
+package_packages=(build-essential debhelper dpkg-dev)
+# What packaging/check looks at the package with.
+package_check_packages=(lintian appstream desktop-file-utils debootstrap iproute2 xvfb x11-utils python3-jsonschema)
 # What ./screenshots takes its pictures with.
 screenshot_packages=(imagemagick)
 

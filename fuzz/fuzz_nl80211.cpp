@@ -1,20 +1,14 @@
+#include "core/text.h"
+#include "fuzz/require.h"
 #include "platform/linux/nl80211/channel_of_frequency.h"
 #include "platform/linux/nl80211/netlink_messages.h"
 #include "platform/linux/nl80211/nl80211_readings.h"
 #include "platform/linux/nl80211/ssid_text.h"
 
-#include "core/text.h"
-
-#include <cstdlib>
-
 namespace {
 
 using namespace tolvo;
-
-void require(bool holds) {
-    if (!holds)
-        std::abort();
-}
+using fuzzing::require;
 
 void read(NetlinkAttributes attributes) {
     if (const auto interface = parseStationInterface(attributes)) {

@@ -1,4 +1,5 @@
 #include "core/text.h"
+#include "fuzz/require.h"
 #include "platform/linux/inet_address_parser.h"
 #include "platform/re2/re2_regular_expression.h"
 #include "probes/default_route_parser.h"
@@ -11,12 +12,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 namespace {
 
 using namespace tolvo;
+using fuzzing::require;
 
 const Re2RegularExpressionCompiler compiler;
 const InetAddressParser addressParser;
@@ -24,17 +25,12 @@ const PingSummaryParser pingParser(compiler);
 const DigQueryTimeParser digParser(compiler);
 const VPNTunnelInterfaceParser tunnelParser(compiler);
 
-void expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
-
 void expectReadablePing(std::string_view text) {
     const PingProbeMeasurement ping = pingParser.measurement(text);
-    expect(ping.didSucceed == ping.latencyMilliseconds.has_value());
-    expect(ping.didSucceed == ping.jitterMilliseconds.has_value());
-    expect(std::isfinite(ping.packetLossPercent) && std::isfinite(ping.latencyMilliseconds.value_or(0)));
-    expect(std::isfinite(digParser.queryTime(text).value_or(0)));
+    require(ping.didSucceed == ping.latencyMilliseconds.has_value());
+    require(ping.didSucceed == ping.jitterMilliseconds.has_value());
+    require(std::isfinite(ping.packetLossPercent) && std::isfinite(ping.latencyMilliseconds.value_or(0)));
+    require(std::isfinite(digParser.queryTime(text).value_or(0)));
 }
 
 /// The same count, from the splitting that the fast one does without.
@@ -62,8 +58,8 @@ TCPConnectionStateCounts plainCounts(std::string_view text) {
 void expectGatewayOfTheText(std::string_view text, AddressFamily family) {
     const auto any = parseDefaultRoute(text, family, std::nullopt, addressParser);
     const auto preferred = parseDefaultRoute(text, family, "en0", addressParser);
-    expect(any.has_value() == preferred.has_value());
-    expect(!any || (text.contains(*any) && isValidAddress(*any, family, addressParser)));
+    require(any.has_value() == preferred.has_value());
+    require(!any || (text.contains(*any) && isValidAddress(*any, family, addressParser)));
 }
 
 void expectReadableVPN(std::string_view text) {
@@ -71,13 +67,13 @@ void expectReadableVPN(std::string_view text) {
     const auto tunnels = tunnelParser.parseVPNTunnelInterfaces(text);
     const auto routes = parseVPNRoutes(text);
     for (const auto& service : services)
-        expect(!service.identifier.empty());
+        require(!service.identifier.empty());
     for (const auto& tunnel : tunnels)
-        expect(vpnTunnelKind(tunnel.name) == tunnel.kind && !tunnel.flags.contains('>'));
+        require(vpnTunnelKind(tunnel.name) == tunnel.kind && !tunnel.flags.contains('>'));
     for (const auto& route : routes)
-        expect(!route.destination.empty() && vpnTunnelKind(route.interfaceName));
+        require(!route.destination.empty() && vpnTunnelKind(route.interfaceName));
     const bool isActive = evaluateVPNActivity(services, tunnels, routes, addressParser);
-    expect(!isActive || !services.empty() || !tunnels.empty());
+    require(!isActive || !services.empty() || !tunnels.empty());
 }
 
 } // namespace
@@ -85,8 +81,8 @@ void expectReadableVPN(std::string_view text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     expectReadablePing(text);
-    expect(parseTCPConnectionStates(text) == plainCounts(text));
-    expect(parseIPConfigAddress(text).value_or("1.1.1.1").size() >= 7);
+    require(parseTCPConnectionStates(text) == plainCounts(text));
+    require(parseIPConfigAddress(text).value_or("1.1.1.1").size() >= 7);
     expectGatewayOfTheText(text, AddressFamily::IPv4);
     expectGatewayOfTheText(text, AddressFamily::IPv6);
     expectReadableVPN(text);

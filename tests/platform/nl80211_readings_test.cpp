@@ -72,30 +72,6 @@ TEST(Nl80211Readings, TakeTheRateAndTheLevelThatAreThere) {
     }
 }
 
-TEST(Nl80211Readings, CutAtAnyByteGiveTheWholeTruthOrLess) {
-    const NetlinkBuilder replies[] = {interfaceReply(3, "wlan0\0"s, 2437), stationReply(~0U), surveyReply(2437, -92),
-                                      bssReply("Home", 40)};
-    int readings = 0;
-    for (const NetlinkBuilder& reply : replies) {
-        for (std::size_t size = 0; size <= reply.bytes.size(); ++size) {
-            // A copy of exactly this size, so that a sanitizer sees each byte that is read beyond it.
-            const std::vector<std::byte> cut(reply.bytes.begin(), reply.bytes.begin() + static_cast<long>(size));
-            const auto interface = parseStationInterface(NetlinkAttributes(cut));
-            const auto station = parseStation(NetlinkAttributes(cut));
-            const auto survey = parseSurvey(NetlinkAttributes(cut));
-            const auto bss = parseBSS(NetlinkAttributes(cut));
-            EXPECT_TRUE(!interface ||
-                        (interface->name == "wlan0" && interface->ssid.value_or("Caf\xC3\xA9") == "Caf\xC3\xA9"));
-            EXPECT_TRUE(!station || station->address == "02:00:00:00:01:00");
-            EXPECT_TRUE(!survey || survey->noiseDbm == -92);
-            EXPECT_TRUE(!bss || (bss->ssid == "Home" && bss->signalDbm == -49 && bss->age->count() == 40));
-            if (size == reply.bytes.size())
-                readings += int(!!interface) + int(!!station) + int(!!survey) + int(!!bss);
-        }
-    }
-    EXPECT_EQ(readings, 4);
-}
-
 TEST(NetlinkMessages, ReportTheErrorThatTheyCarry) {
     const std::tuple<std::uint16_t, std::int32_t, std::optional<int>> cases[] = {
         {NLMSG_ERROR, 0, 0},  {NLMSG_ERROR, -EBUSY, EBUSY},  {NLMSG_ERROR, INT32_MIN, EBADMSG},

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
-#include <sys/wait.h>
 
 #include <csignal>
 #include <fstream>
@@ -67,23 +66,6 @@ TEST_F(AtomicFileWriterTest, FullDiskKeepsTheOldFile) {
     EXPECT_FALSE(didWrite);
     EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(fileCount(), 1);
-}
-
-TEST_F(AtomicFileWriterTest, KilledAtAnyMomentTheFileIsWhole) {
-    const std::string texts[] = {std::string(50'000, 'a'), std::string(60'000, 'b')};
-    ASSERT_TRUE(write(path, texts[0]));
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        const pid_t child = fork();
-        if (child == 0) {
-            for (std::size_t round = 0;; ++round)
-                write(path, texts[round % 2]);
-        }
-        usleep(static_cast<useconds_t>(attempt * 37));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        const std::string content = contentOf(path);
-        ASSERT_TRUE(content == texts[0] || content == texts[1]) << content.size();
-    }
 }
 
 } // namespace

@@ -142,26 +142,6 @@ TEST_F(CurlURLSessionTest, TrustsOnlyTheGivenAuthorities) {
     std::filesystem::remove_all(folder);
 }
 
-TEST_F(CurlURLSessionTest, OnlyStandstillEndsALargeTransfer) {
-    const auto answerSlowly = [](const Peer& peer) {
-        peer.receiveHead();
-        for (int i = 0; i < 20 && peer.receive(1'000'000); ++i)
-            peer.pause(25);
-        peer.send("HTTP/1.1 200 OK\r\nContent-Length: 20\r\n\r\n");
-        for (int i = 0; i < 20 && peer.send("x"); ++i)
-            peer.pause(25);
-    };
-    const std::pair<HostileServer::Script, std::string> cases[] = {{answerSlowly, "200 "}, {staySilent, "TimedOut"}};
-    for (const auto& [script, expected] : cases) {
-        HostileServer server(script);
-        auto request = post(server.url(), 0.4);
-        request.responseBody = ResponseBody::Count;
-        const auto outcome = outcomeOf(request);
-        EXPECT_EQ(described(outcome), expected);
-        EXPECT_EQ(*outcome ? (*outcome)->receivedBodyBytes : 20, 20);
-    }
-}
-
 /// The sockets that closed before their server's did, and which the kernel keeps for a while.
 int waitingSockets(const std::string& url) {
     std::array<char, 16> pattern{};

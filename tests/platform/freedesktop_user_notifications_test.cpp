@@ -3,7 +3,6 @@
 #include "tests/support/run_on_poll_loop.h"
 
 #include <gtest/gtest.h>
-#include <systemd/sd-bus.h>
 
 #include <optional>
 
@@ -11,32 +10,26 @@ namespace tolvo::testing {
 namespace {
 
 constexpr const char* path = "/org/freedesktop/Notifications";
-constexpr const char* service = "org.freedesktop.Notifications";
+constexpr const char* name = "org.freedesktop.Notifications";
 
 /// A desktop's notification service: notes what it is to show, and gives ids from 40 on.
 struct FakeNotificationService {
-    FakeNotificationService(const std::string& address, bool canShowMarkup) : canShowMarkup(canShowMarkup) {
-        sd_bus_new(&bus);
-        sd_bus_set_address(bus, address.c_str());
-        sd_bus_set_bus_client(bus, 1);
-        sd_bus_start(bus);
-        sd_bus_add_object(bus, nullptr, path, answer, this);
-        EXPECT_GE(sd_bus_request_name(bus, service, 0), 0);
-    }
-    ~FakeNotificationService() { sd_bus_flush_close_unref(bus); }
+    FakeNotificationService(const std::string& address, bool canShowMarkup)
+        : canShowMarkup(canShowMarkup), service(address, name, path, answer, this) {}
 
     void click(unsigned id, const char* action) {
-        sd_bus_emit_signal(bus, path, service, "ActionInvoked", "us", id, action);
+        sd_bus_emit_signal(service.bus(), path, name, "ActionInvoked", "us", id, action);
     }
-    void close(unsigned id) { sd_bus_emit_signal(bus, path, service, "NotificationClosed", "uu", id, 2U); }
+    void close(unsigned id) { sd_bus_emit_signal(service.bus(), path, name, "NotificationClosed", "uu", id, 2U); }
 
     static int answer(sd_bus_message* call, void* self, sd_bus_error*) {
         auto& fake = *static_cast<FakeNotificationService*>(self);
-        if (sd_bus_message_is_method_call(call, service, "GetCapabilities"))
+        if (sd_bus_message_is_method_call(call, name, "GetCapabilities"))
             return sd_bus_reply_method_return(call, "as", 2, "actions", fake.canShowMarkup ? "body-markup" : "body");
-        const char *name = "", *icon = "", *title = "", *body = "", *action = "", *label = "";
+        const char *program = "", *icon = "", *title = "", *body = "", *action = "", *label = "";
         unsigned replaced = 0;
-        EXPECT_GT(sd_bus_message_read(call, "susssas", &name, &replaced, &icon, &title, &body, 2, &action, &label), 0);
+        EXPECT_GT(sd_bus_message_read(call, "susssas", &program, &replaced, &icon, &title, &body, 2, &action, &label),
+                  0);
         EXPECT_GT(sd_bus_message_skip(call, "a{sv}i"), 0);
         EXPECT_EQ(std::string(action), "default");
         fake.shown += std::string(title) + '|' + body + '|' + std::to_string(replaced) + '\n';
@@ -44,7 +37,7 @@ struct FakeNotificationService {
     }
 
     bool canShowMarkup;
-    sd_bus* bus = nullptr;
+    BusService service;
     unsigned nextID = 40;
     std::string shown;
 };
@@ -64,8 +57,8 @@ struct UserNotificationsOnABus : ::testing::Test {
         return isIt || (ADD_FAILURE() << desktop->shown, false);
     }
     bool work() {
-        while (desktop && sd_bus_process(desktop->bus, nullptr) > 0) {
-        }
+        if (desktop)
+            desktop->service.process();
         return true;
     }
     void workFor(double seconds) {

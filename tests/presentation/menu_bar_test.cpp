@@ -182,17 +182,5 @@ TEST(StatusIconContent, PlainIconKeepsTheSymbolInTheLabelsColour) {
     }
 }
 
-TEST(ToolWindows, HaveTheirSizes) {
-    using Sizes = std::vector<ContentSize>;
-    const auto sizes = [](ToolWindowKind kind) {
-        const ToolWindowDescription d = toolWindowDescription(kind);
-        return Sizes{d.contentSize, d.minimumSize, d.maximumSize.value_or(ContentSize{})};
-    };
-    EXPECT_EQ(sizes(ToolWindowKind::WiFiRadar), (Sizes{{1080, 680}, {1080, 680}, {1080, 680}}));
-    EXPECT_EQ(sizes(ToolWindowKind::SpeedTest), (Sizes{{980, 680}, {860, 580}, {}}));
-    EXPECT_EQ(sizes(ToolWindowKind::ChannelScan), (Sizes{{960, 680}, {860, 580}, {}}));
-    EXPECT_EQ(sizes(ToolWindowKind::DiagnosticsExport), (Sizes{{1020, 700}, {860, 580}, {}}));
-}
-
 } // namespace
 } // namespace tolvo::testing

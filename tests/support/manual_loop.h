@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <list>
 #include <map>
 #include <utility>
 
@@ -22,10 +21,8 @@ public:
         return LoopRegistration([this, key] { timers_.erase(key); });
     }
 
-    LoopRegistration watch(int descriptor, DescriptorEvent, Work work) override {
-        const auto position = watches_.emplace(watches_.end(), descriptor, std::move(work));
-        return LoopRegistration([this, position] { watches_.erase(position); });
-    }
+    /// No descriptor ever becomes ready here.
+    LoopRegistration watch(int, DescriptorEvent, Work) override { return {}; }
 
     MonotonicTime now() const override { return now_; }
 
@@ -51,20 +48,7 @@ public:
         now_ = end;
     }
 
-    /// As if the descriptor had become ready.
-    void signalDescriptor(int descriptor) {
-        for (auto& [watched, work] : watches_) {
-            if (watched == descriptor) {
-                work();
-                break;
-            }
-        }
-        runUntilIdle();
-    }
-
     std::size_t timerCount() const { return timers_.size(); }
-    std::size_t queuedCount() const { return posted_.size(); }
-    std::size_t watchCount() const { return watches_.size(); }
     double elapsed() const { return Seconds(now_ - MonotonicTime{}).count(); }
 
 private:
@@ -74,7 +58,6 @@ private:
     std::uint64_t nextTimer_ = 0;
     std::deque<Work> posted_;
     std::map<TimerKey, Work> timers_;
-    std::list<std::pair<int, Work>> watches_;
 };
 
 } // namespace tolvo::testing

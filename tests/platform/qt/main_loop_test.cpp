@@ -79,23 +79,26 @@ TYPED_TEST(LoopContract, WatchesUntilTheRegistrationGoesAlsoInsideItsOwnWork) {
     ::close(ends[0]);
 }
 
-TYPED_TEST(LoopContract, TakesWorkFromOtherThreadsWithoutLosingAny) {
+TYPED_TEST(LoopContract, WorkFromOtherThreadsWakesItAndKeepsItsOrder) {
     auto& loop = this->loop;
     constexpr int perThread = 2000;
-    int count = 0;
-    std::array<std::jthread, 3> threads;
-    for (auto& thread : threads) {
-        thread = std::jthread([&] {
-            for (int i = 0; i < perThread; ++i) {
-                loop.post([&] {
-                    if (++count == 3 * perThread)
-                        loop.quit();
-                });
-            }
-        });
-    }
+    std::array<int, 3> next{};
+    bool isInOrder = true;
+    const auto postAll = [&](std::size_t thread) {
+        for (int i = 0; i < perThread; ++i) {
+            loop.post([&, thread, i] {
+                isInOrder = isInOrder && next[thread]++ == i;
+                if (next == std::array{perThread, perThread, perThread})
+                    loop.quit();
+            });
+            // Now and then the loop falls asleep in between.
+            if (i % 64 == 0)
+                std::this_thread::sleep_for(std::chrono::microseconds(200));
+        }
+    };
+    const std::array threads{std::jthread(postAll, 0), std::jthread(postAll, 1), std::jthread(postAll, 2)};
     loop.run();
-    EXPECT_EQ(count, 3 * perThread);
+    EXPECT_TRUE(isInOrder);
 }
 
 TYPED_TEST(LoopContract, WorkThatPostsItselfDoesNotStarveTimers) {

@@ -1,4 +1,4 @@
-# Sourced by ./run, ./test, ./bench and .ci/run: the packages, the compiler, the build.
+# Sourced by ./run, ./test and every other script of the tree: the packages, the compiler, the build.
 # shellcheck shell=bash
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -13,12 +13,13 @@ test_packages=(bind9-dnsutils iproute2 dbus-daemon openssl python3-jsonschema pr
     xvfb openbox xfce4-panel trayer dunst at-spi2-core gir1.2-atspi-2.0 python3-gi python3-dbusmock python3-xlib xdotool xclip sway
     libglib2.0-bin fonts-dejavu-core)
 check_packages=(clang-format-19 clang-tidy-19 libclang-rt-19-dev)
-bench_packages=(libbenchmark-dev net-tools iproute2 bind9-dnsutils curl gcc)
 package_packages=(build-essential debhelper dpkg-dev)
 # What packaging/check looks at the package with.
 package_check_packages=(lintian appstream desktop-file-utils debootstrap iproute2 xvfb x11-utils python3-jsonschema)
 # What ./screenshots takes its pictures with.
 screenshot_packages=(imagemagick)
+bench_packages=(libbenchmark-dev net-tools iproute2 bind9-dnsutils curl gcc openssl
+    network-manager-gnome dbus-bin)
 
 missing_packages() {
     local package

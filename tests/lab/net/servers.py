@@ -31,6 +31,8 @@ def serve_dns():
 
 
 class Pages(http.server.BaseHTTPRequestHandler):
+    protocol_version = "HTTP/1.1"
+
     def do_GET(self):
         mode = setting("portal")
         body = b"Success" if mode == "clean" else b"<html>Welcome to this hotel</html>"

@@ -18,6 +18,10 @@ constexpr long bulkBufferBytes = 262'144;
 /// Parsing a bundle takes some 15 ms, so it is kept; an authority that was added counts after this time.
 constexpr long certificateCacheSeconds = 3600;
 
+/// A look-up takes a thread and some forty system calls, several times what is left of a probe. A portal that answers
+/// for the name servers is noticed so much later.
+constexpr long freshAddressSeconds = 5;
+
 std::int64_t bodyLength(const URLRequest& request) {
     return request.bodyLength.value_or(request.body ? static_cast<std::int64_t>(request.body->size()) : 0);
 }
@@ -89,7 +93,7 @@ void CurlTransfer::applyConnectionUse() {
     if (request_.connectionUse == ConnectionUse::Fresh) {
         set(CURLOPT_FRESH_CONNECT, 1L);
         set(CURLOPT_FORBID_REUSE, 1L);
-        set(CURLOPT_DNS_CACHE_TIMEOUT, 0L);
+        set(CURLOPT_DNS_CACHE_TIMEOUT, freshAddressSeconds);
         curl_easy_setopt(handle(), CURLOPT_SOCKOPTFUNCTION, &closeWithoutTrace);
     }
 }

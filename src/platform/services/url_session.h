@@ -21,8 +21,9 @@ enum class HTTPMethod { Get, Post };
 enum class ResponseBody { Keep, Count };
 
 /// Shared takes any connection, also beside other requests. Own takes one that no other request uses at that moment,
-/// and leaves it for a later one. Fresh looks the name up and connects anew, and resets the connection at the end: it
-/// sees the network as it is now, also where kept connections would be let through, and leaves no socket behind.
+/// and leaves it for a later one. Fresh connects anew, to an address looked up a few seconds ago at most, and resets
+/// the connection at the end: it sees the network as it is now, also where kept connections would be let through, and
+/// leaves no socket behind.
 enum class ConnectionUse { Shared, Own, Fresh };
 
 /// An HTTP request. Redirects are never followed: a 3xx is a response like any other. http and https only. Neither

@@ -8,13 +8,10 @@
 #include "tools/tcp_table.h"
 #include "tools/text_output.h"
 
-#include <fcntl.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <limits>
 
 namespace tolvo::tools {
 
@@ -25,18 +22,8 @@ using namespace std::string_view_literals;
 constexpr std::string_view tcpHeader = "Active Internet connections (including servers)\n"
                                        "Proto Recv-Q Send-Q Local Address Foreign Address (state)\n";
 
-/// What the pipe at standard output holds; no limit for anything else.
-std::size_t outputCapacity() {
-    const int size = ::fcntl(STDOUT_FILENO, F_GETPIPE_SZ);
-    return size > 0 ? static_cast<std::size_t>(size) : std::numeric_limits<std::size_t>::max();
-}
-
 int printTCPTable() {
-    auto rows = readTCPRows(TCPRowForm::Full);
-    // Whoever runs the tools reads the pipe when the tool has ended. A table that doesn't fit would never be seen,
-    // and it is the crowded machine whose counts matter.
-    if (rows && rows->size() + tcpHeader.size() > outputCapacity())
-        rows = readTCPRows(TCPRowForm::Brief);
+    auto rows = readTCPRows();
     // No row at all would read as a quiet machine; a kernel without socket dumps still has its tables.
     if (!rows)
         rows = readTCPRowsFromProc();

@@ -8,17 +8,14 @@
 
 namespace tolvo::tools {
 
-/// Brief rows leave the addresses out and are less than half as long.
-enum class TCPRowForm { Full, Brief };
-
 /// The state's name by the kernel's number of it (TCP_ESTABLISHED is 1).
 std::string_view tcpStateName(unsigned state);
 
-/// Appends the row of one socket: protocol, queues, local and foreign address, state. A message that is no socket has
-/// none.
-void appendTCPRow(const NetlinkMessage& message, TCPRowForm form, std::string& rows);
+/// Appends the row of one socket: protocol, queues, a dash for either address, state. The states are what is counted,
+/// and with the addresses a crowded table would be twice as long. A message that is no socket has no row.
+void appendTCPRow(const NetlinkMessage& message, std::string& rows);
 
 /// The rows of all TCP sockets of both families; the error is an errno value.
-std::expected<std::string, int> readTCPRows(TCPRowForm form);
+std::expected<std::string, int> readTCPRows();
 
 } // namespace tolvo::tools

@@ -63,7 +63,7 @@ void setResolverConfiguration(const std::string& text) {
 }
 
 ToolRun run(std::vector<std::string> commandLine, Output output) {
-    Pipe out = makePipe(output == Output::SmallPipe ? 4096 : 1 << 20);
+    Pipe out = makePipe(1 << 20);
     Pipe errors = makePipe(65536);
     const UniqueDescriptor nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC));
     posix_spawn_file_actions_t actions;

@@ -25,8 +25,7 @@ struct ToolRun {
     double wallMilliseconds = 0;
 };
 
-/// A small pipe holds one page.
-enum class Output { Kept, Discarded, SmallPipe };
+enum class Output { Kept, Discarded };
 
 /// Runs a program to its end and then reads its pipes, as the application does. Without a slash it is searched on PATH.
 ToolRun run(std::vector<std::string> commandLine, Output output = Output::Kept);

@@ -6,10 +6,8 @@
 
 #include <resolv.h>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <optional>
 
 namespace tolvo::tools {
@@ -91,22 +89,13 @@ std::optional<DNSReply> ask(const NameServer& server, Transport transport, const
     return std::nullopt;
 }
 
-void appendDate(std::string& out) {
-    const std::time_t now = std::time(nullptr);
-    std::tm calendar{};
-    ::gmtime_r(&now, &calendar);
-    std::array<char, 64> text{};
-    out.append(text.data(), std::strftime(text.data(), text.size(), "%a %b %d %H:%M:%S UTC %Y", &calendar));
-}
-
 void appendReply(std::string& out, const DNSReply& reply, const NameServer& server) {
     out += describeReply(reply.message);
     out += "\n;; Query time: ";
     appendNumber(out,
                  static_cast<std::uint64_t>(std::chrono::floor<std::chrono::milliseconds>(reply.duration).count()));
     out += " msec\n;; SERVER: " + endpointText(server) + '(' + printable(server.text()) + ')';
-    out += reply.transport == Transport::TCP ? " (TCP)\n;; WHEN: " : " (UDP)\n;; WHEN: ";
-    appendDate(out);
+    out += reply.transport == Transport::TCP ? " (TCP)" : " (UDP)";
     out += "\n;; MSG SIZE  rcvd: ";
     appendNumber(out, reply.message.size());
     out += "\n\n";

@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 
 namespace tolvo::tools {
 
@@ -73,17 +74,18 @@ std::chrono::microseconds since(Clock::time_point start) {
 
 std::expected<DNSReply, int> receiveDatagram(int socket, const DNSMessage& query, Clock::time_point start,
                                              Clock::time_point deadline) {
-    DNSMessage buffer(NS_MAXMSG);
+    // Not zeroed: of its pages only those that the reply takes are ever touched.
+    const auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(NS_MAXMSG);
     while (true) {
         if (const int error = waitFor(socket, POLLIN, deadline))
             return std::unexpected(error);
-        const ssize_t size = ::recv(socket, buffer.data(), buffer.size(), 0);
+        const ssize_t size = ::recv(socket, buffer.get(), NS_MAXMSG, 0);
         if (size < 0 && !isRetryable(errno))
             return std::unexpected(errno);
         if (size < 0)
             continue;
         const auto duration = since(start);
-        const std::span<const std::uint8_t> reply(buffer.data(), static_cast<std::size_t>(size));
+        const std::span<const std::uint8_t> reply(buffer.get(), static_cast<std::size_t>(size));
         const ReplyVerdict verdict = judgeReply(query, reply);
         if (verdict != ReplyVerdict::Foreign)
             return DNSReply{{reply.begin(), reply.end()}, Transport::UDP, duration, verdict == ReplyVerdict::Truncated};

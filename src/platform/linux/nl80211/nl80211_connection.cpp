@@ -62,16 +62,17 @@ std::expected<Nl80211Connection::Socket, int> Nl80211Connection::openSocket() {
 }
 
 std::expected<void, int> Nl80211Connection::openForQuestions() {
-    if (socket_)
-        return {};
-    auto socket = openSocket();
-    if (!socket)
-        return std::unexpected(socket.error());
-    family_ = genl_ctrl_resolve(socket->get(), familyName);
-    if (family_ < 0)
-        return std::unexpected(ENOENT);
-    socket_ = std::move(*socket);
-    return {};
+    if (!socket_) {
+        auto socket = openSocket();
+        if (!socket)
+            return std::unexpected(socket.error());
+        socket_ = std::move(*socket);
+        family_ = 0;
+    }
+    // Without Wi-Fi there is no such family, and each poll asks whether it has come.
+    if (family_ <= 0)
+        family_ = genl_ctrl_resolve(socket_.get(), familyName);
+    return family_ > 0 ? std::expected<void, int>() : std::unexpected(ENOENT);
 }
 
 Nl80211Connection::Message Nl80211Connection::newMessage(std::uint8_t command, int flags,

@@ -16,6 +16,10 @@ namespace {
 /// Beyond this a wait is as good as endless; it keeps the sum with the clock in range.
 constexpr Seconds longestDelay = std::chrono::hours(24 * 365);
 
+/// A task that resumes another posts, and so on for a few steps, which needn't look at the descriptors in between. Work
+/// that posts itself for ever must not keep these waiting.
+constexpr int mostRounds = 8;
+
 } // namespace
 
 PollLoop::PollLoop() : wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
@@ -69,7 +73,8 @@ void PollLoop::run() {
     setRunningThread(std::this_thread::get_id());
     while (!isQuitting_) {
         runDueTimers();
-        runPosted();
+        for (int round = 0; round < mostRounds && !isQuitting_ && runPosted(); ++round) {
+        }
         if (!isQuitting_)
             wait();
     }
@@ -81,13 +86,13 @@ void PollLoop::setRunningThread(std::thread::id thread) {
     runningThread_ = thread;
 }
 
-void PollLoop::runPosted() {
-    // Only what is queued now: work that posts itself again must not keep timers and descriptors waiting.
+bool PollLoop::runPosted() {
     std::deque<Work> batch;
     {
         const std::lock_guard lock(postedMutex_);
         batch.swap(posted_);
     }
+    const bool hasWork = !batch.empty();
     while (!batch.empty() && !isQuitting_) {
         auto work = std::move(batch.front());
         batch.pop_front();
@@ -95,6 +100,7 @@ void PollLoop::runPosted() {
     }
     const std::lock_guard lock(postedMutex_);
     posted_.insert(posted_.begin(), std::move_iterator(batch.begin()), std::move_iterator(batch.end()));
+    return hasWork;
 }
 
 void PollLoop::runDueTimers() {

@@ -39,7 +39,8 @@ private:
 
     void setRunningThread(std::thread::id thread);
     void wait();
-    void runPosted();
+    /// Runs what is queued now, not what that posts; false when there was nothing.
+    bool runPosted();
     void runDueTimers();
     int pollTimeoutMilliseconds();
 

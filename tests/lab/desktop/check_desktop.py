@@ -52,8 +52,8 @@ PANELS = [
 def check(name, condition, seconds=10):
     is_true = wait_until(condition, seconds)
     results.append(is_true)
-    shown = "" if is_true else [(node.get_name(), node.get_description()) for node in desk.showing()]
-    print("ok    " if is_true else "FAILED", name, shown, flush=True)
+    why = [] if is_true else [[(node.get_name(), node.get_description()) for node in desk.showing()], desk.state()]
+    print("ok    " if is_true else "FAILED", name, *why, flush=True)
 
 
 def start(wait_for_icon=True, settings=None, **environment):
@@ -255,7 +255,7 @@ def tool_windows():
     desk.press("Wi-Fi Radar")
     check("the radar finds networks", lambda: len([node for node in desk.showing() if "dBm" in node.get_name()]) > 2, 20)
     turning = processor_seconds(2)
-    check("and rests when it is closed", lambda: desk.key("alt+F4") or not desk.windows("Wi-Fi Radar"))
+    check("and rests when it is closed", lambda: desk.close("Wi-Fi Radar") or not desk.windows("Wi-Fi Radar"))
     check("all of it", lambda: processor_seconds(2) < turning / 3, 20)
     desk.click(desk.icon())
     desk.press("Diagnostics Export")

@@ -52,7 +52,7 @@ class Desktop:
 
     def __init__(self, programs, size="1280x900", delay=None):
         self.width = int(size.partition("x")[0])
-        self.programs, self.network, self.tray_host, self.program = programs, Network(delay), None, None
+        self.programs, self.network, self.tray_host, self.program, self.begun = programs, Network(delay), None, None, []
         os.makedirs("/tmp/.X11-unix", exist_ok=True)  # A machine that never had a display lacks it.
         sh("mount -t tmpfs tmpfs /tmp/.X11-unix")
         self.log = open(os.path.join(self.network.folder, "desktop.log"), "w")
@@ -85,8 +85,15 @@ class Desktop:
         return path
 
     def begin(self, *command, **more):
-        return subprocess.Popen(command, env={**os.environ, **more}, stdin=subprocess.DEVNULL, stdout=self.log,
-                                stderr=self.log)
+        self.begun.append(subprocess.Popen(command, env={**os.environ, **more}, stdin=subprocess.DEVNULL,
+                                           stdout=self.log, stderr=self.log))
+        return self.begun[-1]
+
+    def state(self):
+        """What helps to understand a failure: what has the focus, what has ended, and what was said last."""
+        ended = [(process.args[0], process.returncode) for process in self.begun if process.poll() is not None]
+        with open(self.log.name, errors="replace") as log:
+            return lines_of("xdotool", "getwindowfocus", "getwindowname"), ended, log.read()[-1500:]
 
     def start_bus(self, name):
         path = f"{HOME}/run/{name}"
@@ -149,6 +156,17 @@ class Desktop:
     @staticmethod
     def key(*names):
         subprocess.run(["xdotool", "key", *names], check=True)
+
+    def close(self, title):
+        """What a title bar's button has the window manager say."""
+        import Xlib.display
+        import Xlib.protocol.event
+        display = Xlib.display.Display()
+        for window in (display.create_resource_object("window", int(number)) for number in self.windows(title)):
+            window.send_event(Xlib.protocol.event.ClientMessage(
+                window=window, client_type=display.intern_atom("WM_PROTOCOLS"),
+                data=(32, [display.intern_atom("WM_DELETE_WINDOW"), 0, 0, 0, 0])))
+        display.close()
 
     @staticmethod
     def pixels(place):

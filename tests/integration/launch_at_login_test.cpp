@@ -114,8 +114,10 @@ TEST_F(LaunchAtLogin, AnEntryIsJudgedAsTheDesktopWouldAndReplacedForAReasonOnly)
 TEST(DesktopEntryTest, AnyProgramsPathSurvivesTheQuoting) {
     EXPECT_EQ(execValue("/a b/50%/$x\"\\y"), R"("/a b/50%%/\\$x\\"\\\\y")");
     for (const std::string program : {"/a b/tolvo", "/%f/100%", "/`$HOME`/\"q\"", "/a\\b\\", "/l\nm\t"}) {
-        const auto entry = DesktopEntry::parse("[Desktop Entry]\nExec=" + execValue(program) + "\n");
+        const auto entry = DesktopEntry::parse("[Desktop Entry]\nExec=" + execValue(program) +
+                                               "\nTryExec=" + stringValue(program) + "\n");
         EXPECT_EQ(firstWordOfExec(entry->string("Exec").value()), program);
+        EXPECT_EQ(entry->string("TryExec"), program);
     }
 }
 

@@ -34,23 +34,6 @@ std::string unescaped(std::string_view text) {
     return result;
 }
 
-std::string escaped(std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-        if (c == '\\')
-            result += "\\\\";
-        else if (c == '\n')
-            result += "\\n";
-        else if (c == '\r')
-            result += "\\r";
-        else if (c == '\t')
-            result += "\\t";
-        else
-            result += c;
-    }
-    return result;
-}
-
 } // namespace
 
 std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text) {
@@ -111,6 +94,23 @@ std::string firstWordOfExec(std::string_view exec) {
     return word;
 }
 
+std::string stringValue(std::string_view text) {
+    std::string result;
+    for (const char c : text) {
+        if (c == '\\')
+            result += "\\\\";
+        else if (c == '\n')
+            result += "\\n";
+        else if (c == '\r')
+            result += "\\r";
+        else if (c == '\t')
+            result += "\\t";
+        else
+            result += c;
+    }
+    return result;
+}
+
 std::string execValue(std::string_view program) {
     std::string quoted = "\"";
     for (const char c : program) {
@@ -119,7 +119,7 @@ std::string execValue(std::string_view program) {
         // A single one begins a field code.
         quoted += c == '%' ? "%%" : std::string(1, c);
     }
-    return escaped(quoted + '"');
+    return stringValue(quoted + '"');
 }
 
 } // namespace tolvo

@@ -27,6 +27,9 @@ private:
 /// The first word of an Exec value, without its quotes; empty if there is none.
 std::string firstWordOfExec(std::string_view exec);
 
+/// A text as it stands in the file, with its escapes.
+std::string stringValue(std::string_view text);
+
 /// An Exec value, as it stands in the file, that starts this program without arguments.
 std::string execValue(std::string_view program);
 

@@ -93,6 +93,8 @@ std::string XdgAutostartLoginItem::entryText() const {
            "Comment=Tells at a glance whether the Wi-Fi and the network behind it are well\n"
            "Exec=" +
            execValue(program_.string()) +
+           // Nothing is started, nor complained of, once the program is gone.
+           "\nTryExec=" + stringValue(program_.string()) +
            "\n"
            "Icon=tolvo\n"
            "Terminal=false\n"

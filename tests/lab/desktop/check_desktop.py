@@ -50,9 +50,18 @@ PANELS = [
 
 
 def check(name, condition, seconds=10):
-    is_true = wait_until(condition, seconds)
+    trouble = []
+
+    def holds():
+        try:
+            return condition()
+        except Exception as error:  # What it reads may go while it reads: not yet, then.
+            trouble.append(error)
+            return False
+    is_true = wait_until(holds, seconds)
     results.append(is_true)
-    why = [] if is_true else [[(node.get_name(), node.get_description()) for node in desk.showing()], desk.state()]
+    why = [] if is_true else [trouble[-1:], [(node.get_name(), node.get_description()) for node in desk.showing()],
+                              desk.state()]
     print("ok    " if is_true else "FAILED", name, *why, flush=True)
 
 

@@ -5,6 +5,7 @@ Everything ends with the process, whose children all are (see enter_sandbox).
 import json
 import os
 import shutil
+import socket
 import subprocess
 import sys
 import time
@@ -65,14 +66,15 @@ class Desktop:
         os.environ.pop("WAYLAND_DISPLAY", None)
         os.makedirs(HOME + "/run", 0o700)
         self.write("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", PANEL)
-        self.display = self.begin("Xvfb", ":7", "-nolock", "-screen", "0", size + "x24")
+        self.display = self.begin("Xvfb", ":7", "-nolock", "-noreset", "-screen", "0", size + "x24")
         self.bus = self.start_bus("bus")
         self.start_bus("system-bus")
-        self.until("the X server", lambda: os.path.exists("/tmp/.X11-unix/X7"))
+        self.until("the X server", lambda: listens("/tmp/.X11-unix/X7"))
         self.begin(sys.executable, "-m", "dbusmock", "--system", "--template", "logind")
         self.begin("/usr/libexec/at-spi-bus-launcher", "--launch-immediately")
         self.begin("openbox", "--sm-disable")
         self.begin("dunst")
+        self.until("the window manager", lambda: lines_of("xdotool", "get_num_desktops"))
         self.until("the accessibility bus", lambda: call(
             "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties.Set", "org.a11y.Status", "IsEnabled",
             "<true>") is not None)
@@ -98,7 +100,7 @@ class Desktop:
     def start_bus(self, name):
         path = f"{HOME}/run/{name}"
         bus = self.begin("dbus-daemon", "--session", "--nofork", f"--address=unix:path={path}")
-        self.until(name, lambda: os.path.exists(path))
+        self.until(name, lambda: listens(path))
         return bus
 
     @staticmethod
@@ -208,10 +210,12 @@ class Desktop:
         return None
 
     def press(self, name):
-        self.until(name, lambda: self.find(name))
-        # A label may have the name of the control that it stands beside.
-        controls = [node.get_action_iface() for node in self.showing() if node.get_name() == name]
-        next(control for control in controls if control and control.get_n_actions()).do_action(0)
+        def act():
+            # A label may have the name of the control that it stands beside.
+            controls = [node.get_action_iface() for node in self.showing() if node.get_name() == name]
+            control = next((control for control in controls if control and control.get_n_actions()), None)
+            return control is not None and control.do_action(0)
+        self.until(name, act)
 
     def focused(self):
         from gi.repository import Atspi
@@ -222,6 +226,12 @@ class Desktop:
         """Those with that title but the icon's own."""
         return [window for window in lines_of("xdotool", "search", "--onlyvisible", "--name", f"^{title}$")
                 if place_of(window)[2] > 48]
+
+
+def listens(path):
+    """A socket's file is there before anyone listens."""
+    with socket.socket(socket.AF_UNIX) as client:
+        return client.connect_ex(path) == 0
 
 
 def place_of(window):

@@ -56,6 +56,8 @@ std::expected<Nl80211Connection::Socket, int> Nl80211Connection::openSocket() {
         return std::unexpected(ENOMEM);
     if (genl_connect(socket.get()) != 0)
         return std::unexpected(EPROTONOSUPPORT);
+    // A single question for the family's number that gets no answer would make the library refuse all later answers.
+    nl_socket_disable_seq_check(socket.get());
     // Before the first question, the one for the family's number, is asked.
     setsockopt(nl_socket_get_fd(socket.get()), SOL_SOCKET, SO_RCVTIMEO, &receiveTimeout, sizeof receiveTimeout);
     return socket;

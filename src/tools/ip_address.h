@@ -27,13 +27,4 @@ struct IPAddress {
     std::string text() const;
 };
 
-/// Room that the longest address needs.
-inline constexpr std::size_t longestAddressText = 46;
-
-// Both write without a final NUL and give the end of what they wrote. They stand beside inet_ntop because the socket
-// table has ten thousands of addresses, and inet_ntop formats through sprintf.
-char* writeIPv4(char* out, const std::uint8_t* bytes);
-/// The canonical form: lower case, the longest run of zeros shortened, dotted for IPv4-mapped addresses.
-char* writeIPv6(char* out, const std::uint8_t* bytes);
-
 } // namespace tolvo::tools

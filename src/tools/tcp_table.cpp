@@ -5,8 +5,10 @@
 #include <linux/inet_diag.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <span>
 #include <string_view>
 
 namespace tolvo::tools {

@@ -27,7 +27,7 @@ std::thread startWithoutSignals(std::function<void()> body) {
 
 CurlTransferThread::CurlTransferThread(CurlTransferSettings settings, OnEnd onEnd)
     : settings_(std::move(settings)), onEnd_(std::move(onEnd)), share_(curl_share_init()), multi_(curl_multi_init()) {
-    // A probe connects anew each time; a TLS session that is taken up again spares most of the handshake.
+    // Where a connection couldn't be kept, a TLS session that is taken up again spares most of the handshake.
     curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
     thread_ = startWithoutSignals([this] { run(); });
 }

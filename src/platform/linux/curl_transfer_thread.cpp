@@ -1,6 +1,7 @@
 #include "platform/linux/curl_transfer_thread.h"
 
 #include <signal.h>
+#include <time.h>
 
 #include <algorithm>
 
@@ -11,6 +12,13 @@ namespace {
 /// How long connections are kept when nothing uses them. Beyond, servers close them, and a closed one that is kept
 /// shows up among the machine's orphaned sockets.
 constexpr auto keptConnectionTime = std::chrono::seconds(30);
+
+/// Goes on while the machine sleeps, unlike the steady clock: what was kept over a sleep is as old as that.
+std::chrono::nanoseconds timeSinceBoot() {
+    timespec time{};
+    ::clock_gettime(CLOCK_BOOTTIME, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
 
 /// No signal is delivered to the transfer thread or to the library's look-up threads, which inherit this.
 std::thread startWithoutSignals(std::function<void()> body) {
@@ -130,8 +138,9 @@ void CurlTransferThread::waitForWork() {
     for (const auto& [id, transfer] : transfers_)
         wait = std::min(wait, transfer.deadline() - now);
     const auto milliseconds = std::max(std::chrono::ceil<Milliseconds>(wait), Milliseconds(0));
+    const auto waitStart = timeSinceBoot();
     curl_multi_poll(multi_.get(), nullptr, 0, milliseconds.count(), nullptr);
-    if (isIdle && hasKeptConnections_ && std::chrono::steady_clock::now() - now >= keptConnectionTime)
+    if (isIdle && hasKeptConnections_ && timeSinceBoot() - waitStart >= keptConnectionTime)
         closeKeptConnections();
 }
 

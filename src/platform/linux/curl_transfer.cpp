@@ -5,7 +5,6 @@
 #include <sys/socket.h>
 
 #include <algorithm>
-#include <string>
 #include <utility>
 
 namespace tolvo {
@@ -162,6 +161,13 @@ void CurlTransfer::noteProgress(MonotonicTime now) {
 
 MonotonicTime CurlTransfer::deadline() const {
     return std::min(endsAt_, later(lastProgress_, request_.timeout));
+}
+
+std::optional<std::string> CurlTransfer::addressOfKeptConnection() const {
+    const char* address = nullptr;
+    curl_easy_getinfo(handle(), CURLINFO_LOCAL_IP, &address);
+    const bool isKept = request_.connectionUse != ConnectionUse::Fresh && address && *address;
+    return isKept ? std::optional<std::string>(address) : std::nullopt;
 }
 
 URLSessionOutcome CurlTransfer::takeOutcome(CURLcode code) {

@@ -9,6 +9,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 
 namespace tolvo {
 
@@ -26,6 +28,9 @@ public:
     void noteProgress(MonotonicTime now);
     /// When it counts as timed out, if nothing moves until then.
     MonotonicTime deadline() const;
+
+    /// This machine's address on the connection that is left for later requests, if one is.
+    std::optional<std::string> addressOfKeptConnection() const;
 
     /// What the end that the library tells means. Once.
     URLSessionOutcome takeOutcome(CURLcode code);

@@ -1,9 +1,15 @@
 #include "platform/linux/curl_transfer_thread.h"
 
+#include "platform/linux/unique_descriptor.h"
+
+#include <netdb.h>
 #include <signal.h>
+#include <sys/socket.h>
 #include <time.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <memory>
 
 namespace tolvo {
 
@@ -18,6 +24,19 @@ std::chrono::nanoseconds timeSinceBoot() {
     timespec time{};
     ::clock_gettime(CLOCK_BOOTTIME, &time);
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+/// Whether the machine still has this address. To what is sent from another one no answer comes, nor an error.
+bool isOwnAddress(const std::string& address) {
+    addrinfo numeric{};
+    numeric.ai_flags = AI_NUMERICHOST;
+    numeric.ai_socktype = SOCK_DGRAM;
+    addrinfo* found = nullptr;
+    if (::getaddrinfo(address.c_str(), nullptr, &numeric, &found) != 0)
+        return true;
+    const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> owner(found, &::freeaddrinfo);
+    const UniqueDescriptor socket(::socket(found->ai_family, found->ai_socktype | SOCK_CLOEXEC, 0));
+    return !socket || ::bind(socket.get(), found->ai_addr, found->ai_addrlen) == 0 || errno != EADDRNOTAVAIL;
 }
 
 /// No signal is delivered to the transfer thread or to the library's look-up threads, which inherit this.
@@ -90,6 +109,9 @@ void CurlTransferThread::obey(Orders orders) {
 }
 
 void CurlTransferThread::begin(TransferID id, URLRequest&& request) {
+    const bool mayTakeKeptOne = request.connectionUse != ConnectionUse::Fresh && hasKeptConnections_;
+    if (mayTakeKeptOne && transfers_.empty() && !isOwnAddress(keptFrom_))
+        closeKeptConnections();
     const auto [position, _] =
         transfers_.try_emplace(id, std::move(request), settings_, share_.get(), std::chrono::steady_clock::now());
     CURL* const handle = position->second.handle();
@@ -120,6 +142,8 @@ void CurlTransferThread::endOverdue() {
 
 void CurlTransferThread::end(Transfers::iterator position, CURLcode code) {
     const TransferID id = position->first;
+    if (const auto address = position->second.addressOfKeptConnection())
+        keptFrom_ = *address;
     URLSessionOutcome outcome = position->second.takeOutcome(code);
     drop(position);
     onEnd_(id, std::move(outcome));

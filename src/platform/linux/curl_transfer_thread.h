@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -57,6 +58,8 @@ private:
     CurlMultiHandle multi_;
     Transfers transfers_;
     bool hasKeptConnections_ = false;
+    /// This machine's end of the one that was used last.
+    std::string keptFrom_;
 
     /// Guards the orders, and the handle against a wake-up while it is exchanged.
     std::mutex ordersMutex_;

@@ -6,9 +6,9 @@ namespace tolvo {
 
 namespace {
 
-/// A portal turns new connections to itself; one that was there before it may go on. In TLS no portal can speak for the
-/// server, so all that is left to see there is whether the server answers, and a kept connection shows that at a tenth
-/// of a handshake's cost to either side.
+/// A portal turns new connections to itself; one that was there before it may go on. Over TLS it can answer in the
+/// server's name only where the user trusts its authority, so what is left to see there is whether the server answers.
+/// A kept connection shows that without a handshake.
 ConnectionUse connectionUse(const URL& url) {
     return url.scheme() == "https" ? ConnectionUse::Own : ConnectionUse::Fresh;
 }

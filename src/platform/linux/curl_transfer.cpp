@@ -17,8 +17,8 @@ constexpr long bulkBufferBytes = 262'144;
 /// Parsing a bundle takes some 15 ms, so it is kept; an authority that was added counts after this time.
 constexpr long certificateCacheSeconds = 3600;
 
-/// A look-up takes a thread and some forty system calls, several times what is left of a probe. A portal that answers
-/// for the name servers is noticed so much later.
+/// A look-up takes a thread of its own and some forty system calls. A portal that answers for the name servers is
+/// noticed so much later.
 constexpr long freshAddressSeconds = 5;
 
 std::int64_t bodyLength(const URLRequest& request) {

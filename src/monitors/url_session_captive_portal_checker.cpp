@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace tolvo {
@@ -24,15 +26,19 @@ bool containsExpectedText(const HTTPResponse& response, const CaptivePortalProbe
     return text.find(lowerCased(endpoint.expectedSuccessSubstring)) != std::string::npos;
 }
 
+/// Portals write addresses by hand: what can't stand in a URL is percent-encoded, as browsers do.
+std::optional<URL> portalURLIn(const HTTPResponse& response) {
+    constexpr std::string_view delimiters = ":/?#[]@!$&'()*+,;=%";
+    const auto location = response.header("location");
+    return location ? URL::parse(percentEncoded(*location, delimiters)) : std::nullopt;
+}
+
 /// The portal that this answer shows, if it shows one.
 std::optional<CaptivePortalDetectionMeasurement> portalIn(const HTTPResponse& response,
                                                           const CaptivePortalProbeEndpoint& endpoint) {
     using Reason = CaptivePortalDetectionReason;
-    if (response.statusCode >= 300 && response.statusCode <= 399) {
-        const auto location = response.header("location");
-        return CaptivePortalDetectionMeasurement{true, location ? URL::parse(*location) : std::nullopt, endpoint.url,
-                                                 Reason::Redirect, true};
-    }
+    if (response.statusCode >= 300 && response.statusCode <= 399)
+        return CaptivePortalDetectionMeasurement{true, portalURLIn(response), endpoint.url, Reason::Redirect, true};
     if (response.statusCode == 200 && !containsExpectedText(response, endpoint))
         return CaptivePortalDetectionMeasurement{true, endpoint.url, endpoint.url, Reason::ContentInjection, true};
     return std::nullopt;

@@ -53,6 +53,8 @@ TEST_F(CaptivePortalTest, VerdictOfTwoProbes) {
         {"login page", httpResponse(302, "", "https://a.test/in?x=1"), clean, "redirect 1 https://a.test/in?x=1"},
         {"no location", httpResponse(304, "Success"), clean, "redirect 1 nowhere"},
         {"relative location", httpResponse(399, "", "/in"), clean, "redirect 1 /in"},
+        {"location by hand", httpResponse(302, "", "http://a.test/a b?x=%2F\xE9|"), clean,
+         "redirect 1 http://a.test/a%20b?x=%2F%E9%7C"},
         {"broken location", httpResponse(300, "", "http://[a"), clean, "redirect 1 nowhere"},
         {"just below and above", httpResponse(299, "", "/a"), httpResponse(400, "", "/a"), "clear"},
         {"another page", httpResponse(200, "Sign in"), clean, injected},

@@ -1,26 +1,15 @@
-#include "presentation/speed_test/speed_test_content.h"
+#include "tests/support/speed_test_values.h"
 
 #include <gtest/gtest.h>
 
 namespace tolvo::testing {
 namespace {
 
-class SpeedTestWindow : public ::testing::Test {
+class SpeedTestWindow : public ::testing::Test, protected SpeedTestValues {
 protected:
     SpeedTestContent content(const NumberFormat& format = {}) {
-        return speedTestContent({isRunning, phase, progress, download, upload, baseline, downloadLoaded, uploadLoaded,
-                                 downloadRatio, uploadRatio, downloadGrade, uploadGrade, latestResult, errorMessage},
-                                format, [](WallTime) { return std::string("09:30"); });
+        return speedTestContent(sources, format, [](WallTime) { return std::string("09:30"); });
     }
-
-    Published<bool> isRunning{false};
-    Published<SpeedTestPhase> phase{SpeedTestPhase::Idle};
-    Published<double> progress{0};
-    Published<std::optional<double>> download, upload, baseline, downloadLoaded, uploadLoaded, downloadRatio,
-        uploadRatio;
-    Published<std::optional<BufferbloatGrade>> downloadGrade, uploadGrade;
-    Published<std::optional<SpeedTestResult>> latestResult;
-    Published<std::optional<std::string>> errorMessage;
 };
 
 TEST_F(SpeedTestWindow, InvitesBeforeTheFirstRun) {

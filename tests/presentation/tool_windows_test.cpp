@@ -8,6 +8,7 @@
 #include "tests/support/manual_loop.h"
 #include "tests/support/panel_values.h"
 #include "tests/support/scripted_export.h"
+#include "tests/support/speed_test_values.h"
 
 #include <QAbstractButton>
 #include <QCoreApplication>
@@ -36,19 +37,10 @@ std::map<std::string, std::string> shownIn(const QWidget& window) {
 TEST(SpeedTestView, KeepsTheKeyboardOnItsButtonAndShowsOnReturnWhatCameMeanwhile) {
     ManualLoop loop;
     const FixedLocaleFormats formats;
-    Published<bool> isRunning{false};
-    Published<SpeedTestPhase> phase{SpeedTestPhase::Idle};
-    Published<double> progress{0};
-    Published<std::optional<double>> download, upload, baseline, downloadLoaded, uploadLoaded, downloadRatio,
-        uploadRatio;
-    Published<std::optional<BufferbloatGrade>> downloadGrade, uploadGrade;
-    Published<std::optional<SpeedTestResult>> latestResult;
-    Published<std::optional<std::string>> errorMessage;
-    SpeedTestController controller(loop,
-                                   {isRunning, phase, progress, download, upload, baseline, downloadLoaded,
-                                    uploadLoaded, downloadRatio, uploadRatio, downloadGrade, uploadGrade, latestResult,
-                                    errorMessage},
-                                   {[&] { isRunning.set(true); }, [&] { isRunning.set(false); }}, "Home", "", formats);
+    SpeedTestValues test;
+    SpeedTestController controller(loop, test.sources,
+                                   {[&] { test.isRunning.set(true); }, [&] { test.isRunning.set(false); }}, "Home", "",
+                                   formats);
     SpeedTestView view(controller);
     view.setVisible(true);
     auto* button = view.findChild<QAbstractButton*>();
@@ -62,8 +54,8 @@ TEST(SpeedTestView, KeepsTheKeyboardOnItsButtonAndShowsOnReturnWhatCameMeanwhile
     QCoreApplication::sendEvent(button, &letter);
     EXPECT_FALSE(letter.isAccepted()) << "nobody wants it";
     view.setVisible(false);
-    downloadGrade.set(BufferbloatGrade::C);
-    download.set(12.34);
+    test.downloadGrade.set(BufferbloatGrade::C);
+    test.download.set(12.34);
     button->click();
     loop.advance(0.1);
     view.setVisible(true);

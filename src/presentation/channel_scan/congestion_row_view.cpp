@@ -17,7 +17,7 @@ namespace {
 constexpr int usualWidth = 600;
 constexpr int columnGap = 16;
 constexpr int tagGap = 6;
-constexpr int verticalPadding = 6;
+constexpr int verticalPadding = 4;
 constexpr int barThickness = 8;
 constexpr double barOpacity = 0.82;
 constexpr double tagGroundOpacity = 0.22;

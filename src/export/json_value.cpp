@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -32,7 +33,8 @@ private:
     void append(double value) {
         if (!std::isfinite(value)) {
             if (!error)
-                error = JSONEncodingError{"Unable to encode a number that is not finite.", path_, {}};
+                error = JSONEncodingError{
+                    "Unable to encode a number that is not finite.", {path_.begin(), path_.end()}, {}};
             return;
         }
         std::array<char, 32> buffer{};
@@ -43,6 +45,11 @@ private:
     void append(const std::string& value) {
         text += '"';
         for (std::string_view rest = value; !rest.empty(); rest.remove_prefix(1)) {
+            const auto plain = std::ranges::find_if_not(rest, isPlain);
+            text.append(rest.begin(), plain);
+            rest = {plain, rest.end()};
+            if (rest.empty())
+                break;
             // A line may end up on a terminal, and that obeys these controls too.
             if (!isPretty_ && beginsWithC1Control(rest)) {
                 rest.remove_prefix(1);
@@ -53,6 +60,9 @@ private:
         }
         text += '"';
     }
+
+    /// Whether it stands for itself on any layout.
+    static bool isPlain(char c) { return c >= ' ' && c < '\x7f' && c != '"' && c != '\\' && c != '/'; }
 
     /// Whether it begins with one of U+0080 to U+009F.
     static bool beginsWithC1Control(std::string_view bytes) {
@@ -114,12 +124,15 @@ private:
 
     bool isPretty_;
     std::size_t depth_ = 0;
-    std::vector<std::string> path_;
+    std::vector<std::string_view> path_;
 };
 
-std::string padded(unsigned value, std::size_t width) {
-    std::string digits = std::to_string(value);
-    return digits.size() < width ? digits.insert(0, width - digits.size(), '0') : digits;
+/// Decimal, with zeros up to the width.
+void appendPadded(std::string& text, int value, std::size_t width) {
+    std::array<char, 12> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    const auto size = static_cast<std::size_t>(end - digits.data());
+    text.append(size < width ? width - size : 0, '0').append(digits.data(), size);
 }
 
 std::string iso8601(WallTime time) {
@@ -128,11 +141,15 @@ std::string iso8601(WallTime time) {
     const std::chrono::year_month_day date(day);
     const std::chrono::hh_mm_ss clock(seconds - day);
     const int year = static_cast<int>(date.year());
-    return (year < 0 ? "-" : "") + padded(static_cast<unsigned>(std::abs(year)), 4) + "-" +
-           padded(static_cast<unsigned>(date.month()), 2) + "-" + padded(static_cast<unsigned>(date.day()), 2) + "T" +
-           padded(static_cast<unsigned>(clock.hours().count()), 2) + ":" +
-           padded(static_cast<unsigned>(clock.minutes().count()), 2) + ":" +
-           padded(static_cast<unsigned>(clock.seconds().count()), 2) + "Z";
+    std::string text(year < 0 ? "-" : "");
+    text.reserve(24);
+    appendPadded(text, std::abs(year), 4);
+    appendPadded(text += '-', static_cast<int>(static_cast<unsigned>(date.month())), 2);
+    appendPadded(text += '-', static_cast<int>(static_cast<unsigned>(date.day())), 2);
+    appendPadded(text += 'T', static_cast<int>(clock.hours().count()), 2);
+    appendPadded(text += ':', static_cast<int>(clock.minutes().count()), 2);
+    appendPadded(text += ':', static_cast<int>(clock.seconds().count()), 2);
+    return text + 'Z';
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "platform/linux/nl80211/nl80211_link.h"
 
+#include <cerrno>
 #include <ctime>
 
 namespace tolvo {
@@ -22,7 +23,7 @@ Nl80211WiFiClient::Nl80211WiFiClient(MainLoop& loop, Nl80211Querying& kernel, Wi
 std::optional<WiFiLink> Nl80211WiFiClient::currentLink() {
     auto link = readLink(kernel_);
     // The interface, or the module with its socket, went away in the middle: what is there now is the truth.
-    if (!link)
+    if (!link && link.error() != EPROTONOSUPPORT)
         link = readLink(kernel_);
     return link.value_or(std::nullopt);
 }

@@ -2,7 +2,6 @@
 
 #include "app/process_environment.h"
 #include "platform/linux/posix_locale.h"
-#include "presentation/terminal/json_line_content.h"
 
 #include <utility>
 
@@ -61,7 +60,7 @@ void TerminalScreenFrontEnd::remove() {
 
 JSONLinesFrontEnd::JSONLinesFrontEnd(AppDelegate& delegate, TextTerminal& output, std::function<void()> onQuit)
     : system_(delegate.system()),
-      sources_(delegate.monitoring().dashboardSources()),
+      content_(delegate.monitoring().dashboardSources(), delegate.system().isAirSimulated),
       output_(output),
       onQuit_(std::move(onQuit)) {}
 
@@ -71,7 +70,7 @@ void JSONLinesFrontEnd::install() {
 
 void JSONLinesFrontEnd::writeLine() {
     timer_ = system_.loop.after(Seconds(1), [this] { writeLine(); });
-    const std::string line = jsonLine(sources_, system_.dateProvider(), system_.isAirSimulated) + "\n";
+    const std::string line = content_.line(system_.dateProvider()) + "\n";
     if (output_.write(line) == TextTerminal::WriteOutcome::Closed)
         onQuit_();
 }

@@ -7,6 +7,7 @@
 #include "platform/services/text_terminal.h"
 #include "presentation/diagnostics_export/diagnostics_export_controller.h"
 #include "presentation/terminal/channel_scan_page.h"
+#include "presentation/terminal/json_line_content.h"
 #include "presentation/terminal/monitor_page.h"
 #include "presentation/terminal/report_page.h"
 #include "presentation/terminal/speed_test_page.h"
@@ -70,7 +71,7 @@ private:
     void writeLine();
 
     SystemServices& system_;
-    DashboardSources sources_;
+    JSONLineContent content_;
     TextTerminal& output_;
     std::function<void()> onQuit_;
     LoopRegistration timer_;

@@ -88,12 +88,15 @@ TEST(MonitorScreen, FitsEverySizeDownToItsSmallest) {
 
 TEST(JSONLine, HasAKeyForEachValueThereIs) {
     DashboardValues values;
-    const auto line = [&] { return jsonLine(values.sources(), WallTime(), false); };
+    JSONLineContent content(values.sources(), false);
+    const auto line = [&] { return content.line(WallTime()); };
     EXPECT_EQ(line(), R"({"healthState":"good","isRouterIgnored":false,)"
                       R"("statusMessage":"Monitoring active in background mode.","timestamp":"1970-01-01T00:00:00Z"})");
     values.internetResult.set(PingResult{PingTarget::Internet, {}, {}, {}, 100, false});
     EXPECT_NE(line().find(R"("internetPing":{"didSucceed":false,"packetLossPercent":100,"target":"internet",)"),
               std::string::npos);
+    values.internetResult.set(PingResult{PingTarget::Internet, {}, 12.5, {}, 0, true});
+    EXPECT_NE(line().find(R"("latencyMilliseconds":12.5,"packetLossPercent":0,)"), std::string::npos) << line();
     WiFiSnapshot snapshot = exampleWiFiSnapshot();
     snapshot.ssid = "a\xff\"";
     values.latestSnapshot.set(snapshot);

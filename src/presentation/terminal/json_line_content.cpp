@@ -18,13 +18,6 @@ void setText(JSONObject& object, std::string_view key, const std::optional<std::
         object.insert_or_assign(std::string(key), textValue(*text));
 }
 
-/// Like setIfPresent, for records.
-template<class Record, class Convert>
-void setRecord(JSONObject& object, std::string_view key, const std::optional<Record>& record, Convert convert) {
-    if (record)
-        object.insert_or_assign(std::string(key), convert(*record));
-}
-
 JSONObject wifiObject(const WiFiSnapshot& snapshot) {
     JSONObject object{{"timestamp", snapshot.timestamp},
                       {"interfaceName", textValue(snapshot.interfaceName)},
@@ -78,26 +71,74 @@ JSONObject portalObject(const CaptivePortalStatus& status) {
     return object;
 }
 
+/// An object's members, which come in ascending order of their keys.
+class Members {
+public:
+    void add(std::string_view key, const JSONValue& value) {
+        if (const auto text = encoded(value))
+            append(key, *text);
+    }
+
+    void addText(std::string_view key, const std::optional<std::string>& text) {
+        if (text)
+            add(key, textValue(*text));
+    }
+
+    template<class Record>
+    void addRecord(std::string_view key, const std::optional<Record>& record, JSONLineContent::Encoded<Record>& kept,
+                   JSONObject (*convert)(const Record&)) {
+        if (!record)
+            return;
+        if (kept.record != record) {
+            auto text = encoded(convert(*record));
+            if (!text)
+                return;
+            kept = {record, *std::move(text)};
+        }
+        append(key, kept.text);
+    }
+
+    /// The object; what went wrong first in place of all if something did.
+    std::string object() && { return error_ ? "{\"error\":\"" + *error_ + "\"}" : std::move(text_) + '}'; }
+
+private:
+    std::optional<std::string> encoded(const JSONValue& value) {
+        auto text = encodeJSON(value, JSONLayout::OneLine);
+        if (text)
+            return *std::move(text);
+        if (!error_)
+            error_ = std::move(text.error().message);
+        return std::nullopt;
+    }
+
+    void append(std::string_view key, std::string_view value) {
+        text_.append(text_.size() > 1 ? ",\"" : "\"").append(key).append("\":").append(value);
+    }
+
+    std::string text_ = "{";
+    std::optional<std::string> error_;
+};
+
 } // namespace
 
-std::string jsonLine(const DashboardSources& sources, WallTime now, bool isAirSimulated) {
-    JSONObject line{{"timestamp", now},
-                    {"healthState", rawValue(sources.healthState.value())},
-                    {"statusMessage", sources.statusMessage()},
-                    {"isRouterIgnored", sources.isRouterIgnored.value()}};
-    if (isAirSimulated)
-        line.insert_or_assign("isAirSimulated", true);
-    setRecord(line, "wifi", sources.latestSnapshot.value(), wifiObject);
-    setText(line, "routerIPAddress", sources.routerIPAddress.value());
-    setRecord(line, "routerPing", sources.routerResult.value(), pingObject);
-    setRecord(line, "internetPing", sources.internetResult.value(), pingObject);
-    setRecord(line, "dns", sources.dnsResult.value(), dnsObject);
-    setRecord(line, "connections", sources.connectionResult.value(), connectionObject);
-    setText(line, "connectionErrorMessage", sources.connectionErrorMessage.value());
-    setRecord(line, "captivePortal", sources.captivePortalStatus.value(), portalObject);
-    setText(line, "captivePortalErrorMessage", sources.captivePortalErrorMessage.value());
-    const auto text = encodeJSON(line, JSONLayout::OneLine);
-    return text ? *text : "{\"error\":\"" + text.error().message + "\"}";
+std::string JSONLineContent::line(WallTime now) {
+    Members members;
+    members.addRecord("captivePortal", sources_.captivePortalStatus.value(), captivePortal_, portalObject);
+    members.addText("captivePortalErrorMessage", sources_.captivePortalErrorMessage.value());
+    members.addText("connectionErrorMessage", sources_.connectionErrorMessage.value());
+    members.addRecord("connections", sources_.connectionResult.value(), connections_, connectionObject);
+    members.addRecord("dns", sources_.dnsResult.value(), dns_, dnsObject);
+    members.add("healthState", rawValue(sources_.healthState.value()));
+    members.addRecord("internetPing", sources_.internetResult.value(), internetPing_, pingObject);
+    if (isAirSimulated_)
+        members.add("isAirSimulated", true);
+    members.add("isRouterIgnored", sources_.isRouterIgnored.value());
+    members.addText("routerIPAddress", sources_.routerIPAddress.value());
+    members.addRecord("routerPing", sources_.routerResult.value(), routerPing_, pingObject);
+    members.add("statusMessage", sources_.statusMessage());
+    members.add("timestamp", now);
+    members.addRecord("wifi", sources_.latestSnapshot.value(), wifi_, wifiObject);
+    return std::move(members).object();
 }
 
 } // namespace tolvo

@@ -75,18 +75,18 @@ std::string endpointText(const NameServer& server) {
 }
 
 /// The first answer of a server; what went wrong before goes to the text.
-std::optional<DNSReply> ask(const NameServer& server, Transport transport, const DNSMessage& query,
-                            std::chrono::seconds timeout, std::string& out) {
-    auto reply = exchange(server, transport, query, timeout);
+Task<std::optional<DNSReply>> ask(const NameServer& server, Transport transport, const DNSMessage& query,
+                                  std::chrono::seconds timeout, std::string& out) {
+    auto reply = co_await exchange(server, transport, query, timeout);
     if (reply && reply->isTruncated && transport == Transport::UDP) {
         out += ";; Truncated, retrying in TCP mode.\n";
-        reply = exchange(server, Transport::TCP, query, timeout);
+        reply = co_await exchange(server, Transport::TCP, query, timeout);
     }
     if (reply)
-        return std::move(*reply);
+        co_return std::move(*reply);
     const char* const reason = reply.error() == ETIMEDOUT ? "timed out" : std::strerror(reply.error());
     out += ";; communications error to " + endpointText(server) + ": " + reason + '\n';
-    return std::nullopt;
+    co_return std::nullopt;
 }
 
 void appendReply(std::string& out, const DNSReply& reply, const NameServer& server) {
@@ -101,33 +101,35 @@ void appendReply(std::string& out, const DNSReply& reply, const NameServer& serv
     out += "\n\n";
 }
 
-int lookUp(const DigRequest& request, const DNSMessage& query, Resolver& resolver) {
+Task<ToolResult> lookUp(const DigRequest& request, const DNSMessage& query, Resolver& resolver) {
     std::string out;
     for (std::int64_t attempt = 0; attempt < request.tries; ++attempt) {
         for (const NameServer& server : nameServers(*resolver.state())) {
-            if (const auto reply = ask(server, resolver.transport(), query, request.timeout, out)) {
+            if (const auto reply = co_await ask(server, resolver.transport(), query, request.timeout, out)) {
                 appendReply(out, *reply, server);
-                return print(out);
+                co_return succeeded(std::move(out));
             }
         }
     }
-    print(out + ";; no servers could be reached\n");
-    return exitNoServerReached;
+    co_return ToolResult{exitNoServerReached, out + ";; no servers could be reached\n", {}};
+}
+
+Task<ToolResult> dig(std::optional<DigRequest> request) {
+    if (!request)
+        co_return usageError("dig [+time=SECONDS] [+tries=COUNT] DOMAIN");
+    Resolver resolver;
+    if (!resolver.isReady())
+        co_return systemError("dig", "reading the resolver's configuration", errno);
+    const auto query = makeAddressQuery(resolver.state(), request->domain);
+    if (!query)
+        co_return failed("dig: '" + printable(request->domain) + "' is not a legal name", exitInternalError);
+    co_return co_await lookUp(*request, *query, resolver);
 }
 
 } // namespace
 
-int runDig(ToolArguments arguments) {
-    const auto request = parseRequest(arguments);
-    if (!request)
-        return usageError("dig [+time=SECONDS] [+tries=COUNT] DOMAIN");
-    Resolver resolver;
-    if (!resolver.isReady())
-        return systemError("dig", "reading the resolver's configuration", errno);
-    const auto query = makeAddressQuery(resolver.state(), request->domain);
-    if (!query)
-        return fail("dig: '" + printable(request->domain) + "' is not a legal name", exitInternalError);
-    return lookUp(*request, *query, resolver);
+Task<ToolResult> runDig(ToolArguments arguments) {
+    return dig(parseRequest(arguments));
 }
 
 } // namespace tolvo::tools

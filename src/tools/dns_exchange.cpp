@@ -1,10 +1,11 @@
 #include "tools/dns_exchange.h"
 
+#include "core/async/readiness.h"
 #include "platform/linux/unique_descriptor.h"
+#include "tools/arrival_stamp.h"
 
 #include <arpa/inet.h>
 #include <net/if.h>
-#include <poll.h>
 #include <sys/socket.h>
 
 #include <array>
@@ -18,28 +19,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Waits until the socket is ready; 0, or ETIMEDOUT at the deadline, or what poll says.
-int waitFor(int socket, short events, Clock::time_point deadline) {
-    while (true) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-        if (left.count() <= 0)
-            return ETIMEDOUT;
-        pollfd descriptor{socket, events, 0};
-        const int ready = ::poll(&descriptor, 1, static_cast<int>(left.count()));
-        if (ready > 0)
-            return 0;
-        if (ready < 0 && errno != EINTR)
-            return errno;
-    }
-}
-
 bool isRetryable(int error) {
     return error == EAGAIN || error == EINTR;
 }
 
 /// Sends or receives all the bytes; 0 or an errno value. A closed connection is ECONNRESET.
 template<typename Byte, typename Transfer>
-int transferAll(int socket, std::span<Byte> bytes, short events, Clock::time_point deadline, Transfer transfer) {
+Task<int> transferAll(int socket, std::span<Byte> bytes, DescriptorEvent event, Clock::time_point deadline,
+                      Transfer transfer) {
     while (!bytes.empty()) {
         const ssize_t size = transfer(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
         if (size > 0) {
@@ -47,75 +34,82 @@ int transferAll(int socket, std::span<Byte> bytes, short events, Clock::time_poi
             continue;
         }
         if (size == 0)
-            return ECONNRESET;
+            co_return ECONNRESET;
         if (!isRetryable(errno))
-            return errno;
-        if (const int error = waitFor(socket, events, deadline))
-            return error;
+            co_return errno;
+        if (Clock::now() >= deadline)
+            co_return ETIMEDOUT;
+        co_await readinessOf(socket, event, deadline);
     }
-    return 0;
+    co_return 0;
 }
 
-int connectTo(int socket, const NameServer& server, Clock::time_point deadline) {
-    if (::connect(socket, server.address(), server.size) == 0)
-        return 0;
-    if (errno != EINPROGRESS)
-        return errno;
-    if (const int error = waitFor(socket, POLLOUT, deadline))
-        return error;
+/// 0 while the connecting goes on, too.
+int connectionError(int socket) {
     int error = 0;
     socklen_t size = sizeof error;
     return ::getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &size) == 0 ? error : errno;
 }
 
-std::chrono::microseconds since(Clock::time_point start) {
-    return std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start);
+Task<int> connectTo(int socket, NameServer server, Clock::time_point deadline) {
+    if (::connect(socket, server.address(), server.size) == 0)
+        co_return 0;
+    if (errno != EINPROGRESS)
+        co_return errno;
+    co_await readinessOf(socket, DescriptorEvent::Writable, deadline);
+    co_return connectionError(socket);
 }
 
-std::expected<DNSReply, int> receiveDatagram(int socket, const DNSMessage& query, Clock::time_point start,
-                                             Clock::time_point deadline) {
+Task<std::expected<DNSReply, int>> receiveDatagram(int socket, const DNSMessage& query, Departure departure,
+                                                   Clock::time_point deadline) {
     // Not zeroed: of its pages only those that the reply takes are ever touched.
-    const auto buffer = std::make_unique_for_overwrite<std::uint8_t[]>(NS_MAXMSG);
+    const auto buffer = std::make_unique_for_overwrite<std::byte[]>(NS_MAXMSG);
     while (true) {
-        if (const int error = waitFor(socket, POLLIN, deadline))
-            return std::unexpected(error);
-        const ssize_t size = ::recv(socket, buffer.get(), NS_MAXMSG, 0);
-        if (size < 0 && !isRetryable(errno))
-            return std::unexpected(errno);
-        if (size < 0)
+        const auto received = receiveStamped(socket, {buffer.get(), NS_MAXMSG});
+        if (!received && !isRetryable(received.error()))
+            co_return std::unexpected(received.error());
+        if (!received && Clock::now() >= deadline)
+            co_return std::unexpected(ETIMEDOUT);
+        if (!received) {
+            co_await readinessOf(socket, DescriptorEvent::Readable, deadline);
             continue;
-        const auto duration = since(start);
-        const std::span<const std::uint8_t> reply(buffer.get(), static_cast<std::size_t>(size));
+        }
+        const std::span reply(reinterpret_cast<const std::uint8_t*>(buffer.get()), received->size);
         const ReplyVerdict verdict = judgeReply(query, reply);
         if (verdict != ReplyVerdict::Foreign)
-            return DNSReply{{reply.begin(), reply.end()}, Transport::UDP, duration, verdict == ReplyVerdict::Truncated};
+            co_return DNSReply{{reply.begin(), reply.end()},
+                               Transport::UDP,
+                               duration_cast<std::chrono::microseconds>(departure.untilArrival(received->arrival)),
+                               verdict == ReplyVerdict::Truncated};
     }
 }
 
-std::expected<DNSReply, int> askByDatagram(int socket, const DNSMessage& query, Clock::time_point deadline) {
-    const auto start = Clock::now();
+Task<std::expected<DNSReply, int>> askByDatagram(int socket, const DNSMessage& query, Clock::time_point deadline) {
+    const Departure departure;
     if (::send(socket, query.data(), query.size(), MSG_NOSIGNAL) < 0)
-        return std::unexpected(errno);
-    return receiveDatagram(socket, query, start, deadline);
+        co_return std::unexpected(errno);
+    co_return co_await receiveDatagram(socket, query, departure, deadline);
 }
 
-std::expected<DNSReply, int> askByStream(int socket, const DNSMessage& query, Clock::time_point deadline) {
+Task<std::expected<DNSReply, int>> askByStream(int socket, const DNSMessage& query, Clock::time_point deadline) {
     DNSMessage framed{static_cast<std::uint8_t>(query.size() >> 8), static_cast<std::uint8_t>(query.size())};
     framed.insert(framed.end(), query.begin(), query.end());
     const auto start = Clock::now();
-    if (const int error = transferAll(socket, std::span<const std::uint8_t>(framed), POLLOUT, deadline, ::send))
-        return std::unexpected(error);
+    const std::span<const std::uint8_t> question(framed);
+    if (const int error = co_await transferAll(socket, question, DescriptorEvent::Writable, deadline, ::send))
+        co_return std::unexpected(error);
     std::array<std::uint8_t, 2> length{};
-    if (const int error = transferAll(socket, std::span<std::uint8_t>(length), POLLIN, deadline, ::recv))
-        return std::unexpected(error);
+    if (const int error =
+            co_await transferAll(socket, std::span<std::uint8_t>(length), DescriptorEvent::Readable, deadline, ::recv))
+        co_return std::unexpected(error);
     DNSMessage reply(::ns_get16(length.data()));
-    if (const int error = transferAll(socket, std::span(reply), POLLIN, deadline, ::recv))
-        return std::unexpected(error);
-    const auto duration = since(start);
+    if (const int error = co_await transferAll(socket, std::span(reply), DescriptorEvent::Readable, deadline, ::recv))
+        co_return std::unexpected(error);
+    const auto duration = duration_cast<std::chrono::microseconds>(Clock::now() - start);
     const ReplyVerdict verdict = judgeReply(query, reply);
     if (verdict == ReplyVerdict::Foreign)
-        return std::unexpected(EBADMSG);
-    return DNSReply{std::move(reply), Transport::TCP, duration, verdict == ReplyVerdict::Truncated};
+        co_return std::unexpected(EBADMSG);
+    co_return DNSReply{std::move(reply), Transport::TCP, duration, verdict == ReplyVerdict::Truncated};
 }
 
 template<typename Address>
@@ -159,17 +153,19 @@ std::vector<NameServer> nameServers(const struct __res_state& resolver) {
     return servers;
 }
 
-std::expected<DNSReply, int> exchange(const NameServer& server, Transport transport, const DNSMessage& query,
-                                      std::chrono::milliseconds timeout) {
+Task<std::expected<DNSReply, int>> exchange(NameServer server, Transport transport, const DNSMessage& query,
+                                            std::chrono::milliseconds timeout) {
     const auto deadline = Clock::now() + timeout;
     const int type = (transport == Transport::UDP ? SOCK_DGRAM : SOCK_STREAM) | SOCK_NONBLOCK | SOCK_CLOEXEC;
     const UniqueDescriptor socket(::socket(server.storage.sin6_family, type, 0));
     if (!socket)
-        return std::unexpected(errno);
-    if (const int error = connectTo(socket.get(), server, deadline))
-        return std::unexpected(error);
-    return transport == Transport::UDP ? askByDatagram(socket.get(), query, deadline)
-                                       : askByStream(socket.get(), query, deadline);
+        co_return std::unexpected(errno);
+    if (const int error = co_await connectTo(socket.get(), server, deadline))
+        co_return std::unexpected(error);
+    if (transport == Transport::TCP)
+        co_return co_await askByStream(socket.get(), query, deadline);
+    stampArrivals(socket.get());
+    co_return co_await askByDatagram(socket.get(), query, deadline);
 }
 
 } // namespace tolvo::tools

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/async/task.h"
 #include "tools/dns_message.h"
 
 #include <chrono>
@@ -36,8 +37,9 @@ struct DNSReply {
     bool isTruncated = false;
 };
 
-/// Asks one server once. What isn't the answer is passed over until the time-out. The error is an errno value.
-std::expected<DNSReply, int> exchange(const NameServer& server, Transport transport, const DNSMessage& query,
-                                      std::chrono::milliseconds timeout);
+/// Asks one server once, on a loop. What isn't the answer is passed over until the time-out. The error is an errno
+/// value. The query outlives the task.
+Task<std::expected<DNSReply, int>> exchange(NameServer server, Transport transport, const DNSMessage& query,
+                                            std::chrono::milliseconds timeout);
 
 } // namespace tolvo::tools

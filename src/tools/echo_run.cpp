@@ -1,8 +1,7 @@
 #include "tools/echo_run.h"
 
+#include "core/async/readiness.h"
 #include "tools/text_output.h"
-
-#include <poll.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -29,38 +28,35 @@ void appendMilliseconds(std::string& out, std::chrono::microseconds time) {
 
 } // namespace
 
-void EchoRun::run() {
+Task<void> EchoRun::run() {
     start_ = due_ = Clock::now();
+    sendNext();
     while (!isComplete()) {
-        const bool wasQuiet = !waitUntil(due_);
-        if (wasQuiet && requests_.size() == count_)
+        co_await readinessOf(socket_.descriptor(), DescriptorEvent::Readable, due_);
+        takeReplies();
+        if (isComplete() || Clock::now() < due_)
+            continue;
+        if (requests_.size() == count_)
             break;
-        if (wasQuiet)
-            sendNext();
-        else
-            takeReplies();
+        sendNext();
     }
     duration_ = Clock::now() - start_;
 }
 
 void EchoRun::sendNext() {
-    requests_.push_back({wallClock(), Clock::now()});
+    requests_.emplace_back();
     // What couldn't leave is as lost as what never came back.
     socket_.send(static_cast<std::uint16_t>(requests_.size()));
-    due_ += requests_.size() < count_ ? interval : std::chrono::duration_cast<Clock::duration>(patience());
+    if (requests_.size() < count_)
+        due_ += interval;
+    else
+        due_ = requests_.back().departure.time() + std::chrono::duration_cast<Clock::duration>(patience());
 }
 
 std::chrono::nanoseconds EchoRun::patience() const {
     if (times_.empty())
         return wait_;
     return std::max<std::chrono::nanoseconds>(2 * std::ranges::max(times_), interval);
-}
-
-/// False when nothing came until then.
-bool EchoRun::waitUntil(Clock::time_point end) const {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
-    pollfd descriptor{socket_.descriptor(), POLLIN, 0};
-    return ::poll(&descriptor, 1, static_cast<int>(std::max<std::int64_t>(left, 0))) != 0;
 }
 
 void EchoRun::takeReplies() {
@@ -81,11 +77,8 @@ void EchoRun::take(const EchoReply& reply) {
     Request& request = requests_[reply.sequence - 1U];
     if (std::exchange(request.isAnswered, true))
         return;
-    const auto stamped = reply.arrival - request.departure;
-    const auto elapsed = Clock::now() - request.departureByOurClock;
-    // The wall clock may have been set meanwhile.
-    const auto time = stamped >= 0ns && stamped <= elapsed ? stamped : elapsed;
-    times_.push_back(std::chrono::duration_cast<std::chrono::microseconds>(time));
+    times_.push_back(
+        std::chrono::duration_cast<std::chrono::microseconds>(request.departure.untilArrival(reply.arrival)));
     replyLines_ += "64 bytes: icmp_seq=";
     appendNumber(replyLines_, reply.sequence);
     replyLines_ += " time=";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/async/task.h"
+#include "tools/arrival_stamp.h"
 #include "tools/echo_socket.h"
 
 #include <chrono>
@@ -17,7 +19,8 @@ public:
     EchoRun(const EchoSocket& socket, std::uint16_t count, std::chrono::milliseconds wait)
         : socket_(socket), count_(count), wait_(wait) {}
 
-    void run();
+    /// On a loop, once.
+    Task<void> run();
 
     bool hasReplies() const { return !times_.empty(); }
     /// The installed ping's lines.
@@ -26,15 +29,13 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
     struct Request {
-        std::chrono::nanoseconds departure;
-        Clock::time_point departureByOurClock;
+        Departure departure;
         bool isAnswered = false;
     };
 
     bool isComplete() const { return times_.size() + errorCount_ >= count_; }
     void sendNext();
     std::chrono::nanoseconds patience() const;
-    bool waitUntil(Clock::time_point end) const;
     void takeReplies();
     void take(const EchoReply& reply);
     std::string statistics() const;

@@ -1,5 +1,7 @@
 #include "tools/echo_socket.h"
 
+#include "tools/arrival_stamp.h"
+
 #include <arpa/inet.h>
 #include <net/if.h>
 #include <netinet/icmp6.h>
@@ -8,8 +10,7 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
-#include <ctime>
+#include <span>
 
 namespace tolvo::tools {
 
@@ -27,22 +28,6 @@ struct Echo {
     std::uint16_t sequence = 0;
     std::array<std::uint8_t, dataBytes> data{};
 };
-
-std::chrono::nanoseconds duration(const timespec& time) {
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
-
-/// The kernel's stamp; the present time where it gives none.
-std::chrono::nanoseconds arrivalOf(msghdr& message) {
-    for (cmsghdr* control = CMSG_FIRSTHDR(&message); control != nullptr; control = CMSG_NXTHDR(&message, control)) {
-        if (control->cmsg_level != SOL_SOCKET || control->cmsg_type != SCM_TIMESTAMPNS)
-            continue;
-        timespec time{};
-        std::memcpy(&time, CMSG_DATA(control), sizeof time);
-        return duration(time);
-    }
-    return wallClock();
-}
 
 std::optional<EchoTarget> parseIPv4(const std::string& host) {
     EchoTarget target;
@@ -73,9 +58,7 @@ std::optional<EchoTarget> EchoTarget::parse(const std::string& host) {
 std::optional<EchoSocket> EchoSocket::connectTo(const EchoTarget& target) {
     const int protocol = target.family() == AF_INET6 ? int{IPPROTO_ICMPV6} : int{IPPROTO_ICMP};
     UniqueDescriptor socket(::socket(target.family(), SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, protocol));
-    const int on = 1;
-    if (!socket || ::setsockopt(socket.get(), SOL_SOCKET, SO_TIMESTAMPNS, &on, sizeof on) != 0 ||
-        ::connect(socket.get(), target.address(), target.size) != 0)
+    if (!socket || !stampArrivals(socket.get()) || ::connect(socket.get(), target.address(), target.size) != 0)
         return std::nullopt;
     return EchoSocket(std::move(socket), target.family());
 }
@@ -89,26 +72,12 @@ bool EchoSocket::send(std::uint16_t sequence) const {
 
 std::expected<EchoReply, int> EchoSocket::receive() const {
     Echo reply;
-    iovec part{&reply, sizeof reply};
-    alignas(cmsghdr) std::array<char, 256> control;
-    msghdr message{};
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    message.msg_control = control.data();
-    message.msg_controllen = control.size();
-    const ssize_t size = ::recvmsg(socket_.get(), &message, 0);
-    if (size < 0)
-        return std::unexpected(errno);
-    if (size != static_cast<ssize_t>(sizeof reply) ||
-        reply.type != (family_ == AF_INET6 ? ICMP6_ECHO_REPLY : ICMP_ECHOREPLY))
+    const auto received = receiveStamped(socket_.get(), std::as_writable_bytes(std::span(&reply, 1)));
+    if (!received)
+        return std::unexpected(received.error());
+    if (received->size != sizeof reply || reply.type != (family_ == AF_INET6 ? ICMP6_ECHO_REPLY : ICMP_ECHOREPLY))
         return EchoReply{};
-    return EchoReply{ntohs(reply.sequence), arrivalOf(message)};
-}
-
-std::chrono::nanoseconds wallClock() {
-    timespec time{};
-    ::clock_gettime(CLOCK_REALTIME, &time);
-    return duration(time);
+    return EchoReply{ntohs(reply.sequence), received->arrival};
 }
 
 } // namespace tolvo::tools

@@ -25,7 +25,7 @@ struct EchoTarget {
 
 struct EchoReply {
     std::uint16_t sequence = 0;
-    /// When the kernel had it, by the wall clock.
+    /// As in StampedDatagram.
     std::chrono::nanoseconds arrival{};
 };
 
@@ -47,8 +47,5 @@ private:
     UniqueDescriptor socket_;
     int family_;
 };
-
-/// The wall clock, which the kernel stamps arrivals with.
-std::chrono::nanoseconds wallClock();
 
 } // namespace tolvo::tools

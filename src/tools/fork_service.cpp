@@ -66,7 +66,7 @@ std::vector<std::string_view> argumentsIn(std::string_view text) {
     ::dup2(request.outputs[0].get(), STDOUT_FILENO);
     ::dup2(request.outputs[1].get(), STDERR_FILENO);
     ::close_range(serviceSocket, ~0U, 0);
-    std::_Exit(runNamedTool(argumentsIn(request.text)));
+    std::_Exit(runProgram(argumentsIn(request.text)));
 }
 
 /// A fork whose parent is the application, which can wait for it then. The C library has no call for that; nothing of

@@ -9,7 +9,7 @@
 
 namespace tolvo::tools {
 
-int runIfconfig(ToolArguments arguments) {
+ToolResult runIfconfig(ToolArguments arguments) {
     if (!arguments.empty())
         return usageError("ifconfig");
     const auto links = readLinks();
@@ -18,7 +18,7 @@ int runIfconfig(ToolArguments arguments) {
     const auto addresses = readAddresses(AF_UNSPEC);
     if (!addresses)
         return systemError("ifconfig", "reading the addresses", addresses.error());
-    return print(listInterfaces(*links, *addresses));
+    return succeeded(listInterfaces(*links, *addresses));
 }
 
 } // namespace tolvo::tools

@@ -14,11 +14,11 @@ namespace tolvo::tools {
 
 namespace {
 
-int printAddressLine(const IPAddress& address) {
-    return print(address.text() + '\n');
+ToolResult printAddressLine(const IPAddress& address) {
+    return succeeded(address.text() + '\n');
 }
 
-int printRouter(unsigned interfaceIndex) {
+ToolResult printRouter(unsigned interfaceIndex) {
     auto routes = readRoutes(AF_INET);
     if (!routes)
         return systemError("ipconfig", "reading the routes", routes.error());
@@ -28,29 +28,30 @@ int printRouter(unsigned interfaceIndex) {
     });
     const auto best = std::ranges::min_element(
         *routes, {}, [](const Route& route) { return std::pair(!route.isInMainTable(), route.metric); });
-    return best == routes->end() ? exitStatus::NothingFound : printAddressLine(*best->gateway);
+    return best == routes->end() ? ToolResult{exitStatus::NothingFound, {}, {}} : printAddressLine(*best->gateway);
 }
 
-int printAddress(unsigned interfaceIndex) {
+ToolResult printAddress(unsigned interfaceIndex) {
     const auto addresses = readAddresses(AF_INET);
     if (!addresses)
         return systemError("ipconfig", "reading the addresses", addresses.error());
     const auto primary = std::ranges::find_if(*addresses, [&](const InterfaceAddress& address) {
         return address.interfaceIndex == interfaceIndex && !address.isSecondary;
     });
-    return primary == addresses->end() ? exitStatus::NothingFound : printAddressLine(primary->address);
+    return primary == addresses->end() ? ToolResult{exitStatus::NothingFound, {}, {}}
+                                       : printAddressLine(primary->address);
 }
 
 } // namespace
 
-int runIpconfig(ToolArguments arguments) {
+ToolResult runIpconfig(ToolArguments arguments) {
     const bool asksAddress = arguments.size() == 2 && arguments[0] == "getifaddr";
     const bool asksRouter = arguments.size() == 3 && arguments[0] == "getoption" && arguments[2] == "router";
     if ((!asksAddress && !asksRouter) || arguments[1].empty())
         return usageError("ipconfig getifaddr INTERFACE | getoption INTERFACE router");
     const unsigned interfaceIndex = ::if_nametoindex(std::string(arguments[1]).c_str());
     if (interfaceIndex == 0)
-        return exitStatus::NothingFound;
+        return {exitStatus::NothingFound, {}, {}};
     return asksRouter ? printRouter(interfaceIndex) : printAddress(interfaceIndex);
 }
 

@@ -5,5 +5,5 @@
 
 int main(int argc, char** argv) {
     const std::vector<std::string_view> commandLine(argv, argv + argc);
-    return tolvo::tools::runNamedTool(commandLine);
+    return tolvo::tools::runProgram(commandLine);
 }

@@ -1,5 +1,7 @@
 #include "tools/tool.h"
 
+#include "core/async/task_scope.h"
+#include "platform/linux/poll_loop.h"
 #include "tools/text_output.h"
 
 #include <algorithm>
@@ -9,42 +11,76 @@ namespace tolvo::tools {
 
 namespace {
 
+using Answer = std::optional<Task<ToolResult>>;
+
 struct NamedTool {
     std::string_view name;
-    int (*run)(ToolArguments);
+    Answer (*answer)(ToolArguments);
+    /// Where there may be no answer.
+    int (*program)(ToolArguments) = nullptr;
 };
 
-constexpr std::array<NamedTool, 7> namedTools{{{"ping", runPing},
-                                               {"ping6", runPing6},
-                                               {"dig", runDig},
-                                               {"netstat", runNetstat},
-                                               {"scutil", runScutil},
-                                               {"ifconfig", runIfconfig},
-                                               {"ipconfig", runIpconfig}}};
+template<ToolResult (*run)(ToolArguments)>
+Answer atOnce(ToolArguments arguments) {
+    return given(run(arguments));
+}
 
-const NamedTool* toolCalled(std::string_view name) {
-    const auto found = std::ranges::find(namedTools, name, &NamedTool::name);
+constexpr std::array<NamedTool, 7> namedTools{
+    {{"ping", runPing, becomePing},
+     {"ping6", runPing6, becomePing6},
+     {"dig", [](ToolArguments arguments) { return Answer(runDig(arguments)); }},
+     {"netstat", atOnce<runNetstat>},
+     {"scutil", [](ToolArguments) { return Answer(); }, runScutil},
+     {"ifconfig", atOnce<runIfconfig>},
+     {"ipconfig", atOnce<runIpconfig>}}};
+
+const NamedTool* toolCalled(std::string_view path) {
+    const auto found = std::ranges::find(namedTools, path.substr(path.rfind('/') + 1), &NamedTool::name);
     return found == namedTools.end() ? nullptr : found;
 }
 
-std::string_view baseName(std::string_view path) {
-    return path.substr(path.rfind('/') + 1);
+Task<void> deliverThenQuit(Task<ToolResult> task, PollLoop& loop, int& status) {
+    status = deliver(co_await std::move(task));
+    loop.quit();
+}
+
+int runOnLoop(Task<ToolResult> task) {
+    PollLoop loop;
+    TaskScope scope(loop);
+    int status = exitStatus::System;
+    scope.start(deliverThenQuit(std::move(task), loop, status));
+    loop.run();
+    return status;
+}
+
+int run(const NamedTool& tool, ToolArguments arguments) {
+    auto answer = tool.answer(arguments);
+    return answer ? runOnLoop(std::move(*answer)) : tool.program(arguments);
 }
 
 } // namespace
 
-int runNamedTool(ToolArguments commandLine) {
+Task<ToolResult> given(ToolResult result) {
+    co_return result;
+}
+
+std::optional<Task<ToolResult>> answer(std::span<const std::string_view> commandLine) {
+    const NamedTool* const tool = commandLine.empty() ? nullptr : toolCalled(commandLine[0]);
+    return tool == nullptr ? std::nullopt : tool->answer(commandLine.subspan(1));
+}
+
+int runProgram(std::span<const std::string_view> commandLine) {
     if (!commandLine.empty()) {
-        if (const NamedTool* tool = toolCalled(baseName(commandLine[0])))
-            return tool->run(commandLine.subspan(1));
+        if (const NamedTool* tool = toolCalled(commandLine[0]))
+            return run(*tool, commandLine.subspan(1));
     }
     if (commandLine.size() == 2 && commandLine[1] == "serve")
         return serveForks();
     if (commandLine.size() > 1) {
         if (const NamedTool* tool = toolCalled(commandLine[1]))
-            return tool->run(commandLine.subspan(2));
+            return run(*tool, commandLine.subspan(2));
     }
-    return usageError("tolvo-tools ping|ping6|dig|netstat|scutil|ifconfig|ipconfig [ARGUMENT...]");
+    return deliver(usageError("tolvo-tools ping|ping6|dig|netstat|scutil|ifconfig|ipconfig [ARGUMENT...]"));
 }
 
 } // namespace tolvo::tools

@@ -22,17 +22,17 @@ using namespace std::string_view_literals;
 constexpr std::string_view tcpHeader = "Active Internet connections (including servers)\n"
                                        "Proto Recv-Q Send-Q Local Address Foreign Address (state)\n";
 
-int printTCPTable() {
+ToolResult printTCPTable() {
     auto rows = readTCPRows();
     // No row at all would read as a quiet machine; a kernel without socket dumps still has its tables.
     if (!rows)
         rows = readTCPRowsFromProc();
     if (!rows)
         return systemError("netstat", "reading the TCP sockets", rows.error());
-    return print(rows->insert(0, tcpHeader));
+    return succeeded(std::move(rows->insert(0, tcpHeader)));
 }
 
-int printRoutes(int family) {
+ToolResult printRoutes(int family) {
     const auto links = readLinks();
     if (!links)
         return systemError("netstat", "reading the interfaces", links.error());
@@ -40,16 +40,16 @@ int printRoutes(int family) {
     if (!routes)
         return systemError("netstat", "reading the routes", routes.error());
     if (family != AF_UNSPEC)
-        return print(listRouterRoutes(family, *routes, *links));
+        return succeeded(listRouterRoutes(family, *routes, *links));
     const auto addresses = readAddresses(AF_INET6);
     if (!addresses)
         return systemError("netstat", "reading the addresses", addresses.error());
-    return print(listAllRoutes(*routes, *links, *addresses));
+    return succeeded(listAllRoutes(*routes, *links, *addresses));
 }
 
 } // namespace
 
-int runNetstat(ToolArguments arguments) {
+ToolResult runNetstat(ToolArguments arguments) {
     if (std::ranges::equal(arguments, std::array{"-n"sv, "-p"sv, "tcp"sv}))
         return printTCPTable();
     if (std::ranges::equal(arguments, std::array{"-rn"sv}))

@@ -59,8 +59,46 @@ bool isThisProgram(const char* path) {
            self.st_ino == candidate.st_ino;
 }
 
+/// What the installed ping waits for a reply when it isn't told.
+constexpr std::int64_t defaultWaitMilliseconds = 10'000;
+
+Task<ToolResult> ping(EchoSocket socket, std::uint16_t count, std::chrono::milliseconds wait, std::string host) {
+    EchoRun run(socket, count, wait);
+    co_await run.run();
+    co_return ToolResult{run.hasReplies() ? exitStatus::Success : exitStatus::NothingFound, run.report(host), {}};
+}
+
+/// Pings the address without another program, whose start costs several times as much as the pings do. Family:
+/// AF_INET6, or AF_UNSPEC for whichever fits.
+std::optional<Task<ToolResult>> pingAddress(const PingRequest& request, int family) {
+    const auto target = EchoTarget::parse(request.host);
+    const auto count = parseNumber(request.count, 1, std::numeric_limits<std::uint16_t>::max());
+    if (!target || !count || (family != AF_UNSPEC && target->family() != family))
+        return std::nullopt;
+    auto socket = EchoSocket::connectTo(*target);
+    if (!socket)
+        return std::nullopt;
+    return ping(std::move(*socket), static_cast<std::uint16_t>(*count),
+                std::chrono::milliseconds(request.waitMilliseconds.value_or(defaultWaitMilliseconds)), request.host);
+}
+
+/// For the installed ping.
+std::vector<std::string> commandLineFor(const PingRequest& request, int family) {
+    // -n: names of repliers are never asked for. "--": a host is no option, whatever it begins with.
+    std::vector<std::string> commandLine{"ping", "-n", "-c", request.count};
+    if (family == AF_INET6)
+        commandLine.emplace_back("-6");
+    if (request.waitMilliseconds) {
+        commandLine.emplace_back("-W");
+        commandLine.push_back(secondsText(*request.waitMilliseconds));
+    }
+    commandLine.emplace_back("--");
+    commandLine.push_back(request.host);
+    return commandLine;
+}
+
 /// Returns only when no ping could be started.
-int becomePing(std::vector<std::string> commandLine) {
+int become(std::vector<std::string> commandLine) {
     static constexpr std::array places{"/usr/bin/ping", "/bin/ping", "/usr/sbin/ping", "/sbin/ping",
                                        "/run/wrappers/bin/ping"};
     std::vector<char*> arguments;
@@ -78,61 +116,37 @@ int becomePing(std::vector<std::string> commandLine) {
         if (errno != ENOENT)
             error = errno;
     }
-    return fail(std::string("ping: starting the installed ping: ") + std::strerror(error), exitStatus::Unavailable);
+    return deliver(
+        failed(std::string("ping: starting the installed ping: ") + std::strerror(error), exitStatus::Unavailable));
 }
 
-/// What the installed ping waits for a reply when it isn't told.
-constexpr std::int64_t defaultWaitMilliseconds = 10'000;
-
-/// Pings the address without another program, whose start costs several times as much as the pings do. Nothing when
-/// this can't: then the installed ping does it, or says why not.
-std::optional<int> pingAddress(const PingRequest& request, int family) {
-    const auto target = EchoTarget::parse(request.host);
-    const auto count = parseNumber(request.count, 1, std::numeric_limits<std::uint16_t>::max());
-    if (!target || !count || (family != AF_UNSPEC && target->family() != family))
-        return std::nullopt;
-    const auto socket = EchoSocket::connectTo(*target);
-    if (!socket)
-        return std::nullopt;
-    EchoRun run(*socket, static_cast<std::uint16_t>(*count),
-                std::chrono::milliseconds(request.waitMilliseconds.value_or(defaultWaitMilliseconds)));
-    run.run();
-    const int status = print(run.report(request.host));
-    return status == exitStatus::Success && !run.hasReplies() ? exitStatus::NothingFound : status;
-}
-
-/// Family: AF_INET6, or AF_UNSPEC for whichever fits.
-int pingHost(const PingRequest& request, int family) {
-    if (const auto status = pingAddress(request, family))
-        return *status;
-    // -n: names of repliers are never asked for. "--": a host is no option, whatever it begins with.
-    std::vector<std::string> commandLine{"ping", "-n", "-c", request.count};
-    if (family == AF_INET6)
-        commandLine.emplace_back("-6");
-    if (request.waitMilliseconds) {
-        commandLine.emplace_back("-W");
-        commandLine.push_back(secondsText(*request.waitMilliseconds));
-    }
-    commandLine.emplace_back("--");
-    commandLine.push_back(request.host);
-    return becomePing(std::move(commandLine));
+/// A request of ping6, which has no -W.
+std::optional<PingRequest> parseRequest6(ToolArguments arguments) {
+    auto request = parseRequest(arguments);
+    return request && !request->waitMilliseconds ? request : std::nullopt;
 }
 
 } // namespace
 
-int runPing(ToolArguments arguments) {
+std::optional<Task<ToolResult>> runPing(ToolArguments arguments) {
     const auto request = parseRequest(arguments);
     if (!request)
-        return usageError("ping -c COUNT [-W MILLISECONDS] HOST");
+        return given(usageError("ping -c COUNT [-W MILLISECONDS] HOST"));
     // A name may have addresses of either family; the system knows best which of them can be reached.
-    return pingHost(*request, AF_UNSPEC);
+    return pingAddress(*request, AF_UNSPEC);
 }
 
-int runPing6(ToolArguments arguments) {
-    const auto request = parseRequest(arguments);
-    if (!request || request->waitMilliseconds)
-        return usageError("ping6 -c COUNT HOST");
-    return pingHost(*request, AF_INET6);
+std::optional<Task<ToolResult>> runPing6(ToolArguments arguments) {
+    const auto request = parseRequest6(arguments);
+    return request ? pingAddress(*request, AF_INET6) : given(usageError("ping6 -c COUNT HOST"));
+}
+
+int becomePing(ToolArguments arguments) {
+    return become(commandLineFor(parseRequest(arguments).value(), AF_UNSPEC));
+}
+
+int becomePing6(ToolArguments arguments) {
+    return become(commandLineFor(parseRequest6(arguments).value(), AF_INET6));
 }
 
 } // namespace tolvo::tools

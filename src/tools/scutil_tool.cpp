@@ -42,15 +42,15 @@ void endAtDeadline() {
 
 int runScutil(ToolArguments arguments) {
     if (!std::ranges::equal(arguments, std::array{"--nc"sv, "list"sv}))
-        return usageError("scutil --nc list");
+        return deliver(usageError("scutil --nc list"));
     const auto links = readLinks();
     if (!links)
-        return systemError("scutil", "reading the interfaces", links.error());
+        return deliver(systemError("scutil", "reading the interfaces", links.error()));
     // What the kernel knows is out before the bus is asked.
-    if (const int status = print(std::string(header) + listServices(wireGuardServices(*links))))
+    if (const int status = deliver(succeeded(std::string(header) + listServices(wireGuardServices(*links)))))
         return status;
     endAtDeadline();
-    return print(listServices(networkManagerServices()));
+    return deliver(succeeded(listServices(networkManagerServices())));
 }
 
 } // namespace tolvo::tools

@@ -1,7 +1,5 @@
 #include "tools/text_output.h"
 
-#include "tools/tool.h"
-
 #include <unistd.h>
 
 #include <algorithm>
@@ -53,23 +51,27 @@ std::string printable(std::string_view text) {
     return result;
 }
 
-int print(std::string_view text) {
-    if (!writeAll(STDOUT_FILENO, text))
-        return systemError("tolvo-tools", "writing the output", errno);
-    return exitStatus::Success;
+ToolResult succeeded(std::string output) {
+    return {exitStatus::Success, std::move(output), {}};
 }
 
-int fail(std::string_view line, int status) {
-    writeAll(STDERR_FILENO, std::string(line) + '\n');
-    return status;
+ToolResult failed(std::string_view line, int status) {
+    return {status, {}, std::string(line) + '\n'};
 }
 
-int usageError(std::string_view usage) {
-    return fail("usage: " + std::string(usage), exitStatus::Usage);
+ToolResult usageError(std::string_view usage) {
+    return failed("usage: " + std::string(usage), exitStatus::Usage);
 }
 
-int systemError(std::string_view tool, std::string_view what, int errorNumber) {
-    return fail(std::string(tool) + ": " + std::string(what) + ": " + std::strerror(errorNumber), exitStatus::System);
+ToolResult systemError(std::string_view tool, std::string_view what, int errorNumber) {
+    return failed(std::string(tool) + ": " + std::string(what) + ": " + std::strerror(errorNumber), exitStatus::System);
+}
+
+int deliver(const ToolResult& result) {
+    if (!writeAll(STDOUT_FILENO, result.output))
+        return deliver(systemError("tolvo-tools", "writing the output", errno));
+    writeAll(STDERR_FILENO, result.errors);
+    return result.status;
 }
 
 } // namespace tolvo::tools

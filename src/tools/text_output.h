@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/tool.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,13 +19,16 @@ void appendColumn(std::string& out, std::string_view text, std::size_t width);
 /// text.
 std::string printable(std::string_view text);
 
-/// Writes all of it to standard output and gives the exit status.
-int print(std::string_view text);
-/// Says this line on standard error and gives the status.
-int fail(std::string_view line, int status);
-/// Says on standard error how the tool is called, and gives exitStatus::Usage.
-int usageError(std::string_view usage);
-/// Says on standard error what went wrong, and gives exitStatus::System.
-int systemError(std::string_view tool, std::string_view what, int errorNumber);
+/// A tool's end with this output.
+ToolResult succeeded(std::string output);
+/// A tool's end with this line on standard error.
+ToolResult failed(std::string_view line, int status);
+/// Says how the tool is called.
+ToolResult usageError(std::string_view usage);
+/// Says what went wrong.
+ToolResult systemError(std::string_view tool, std::string_view what, int errorNumber);
+
+/// Writes the result to this process's outputs and gives the exit status.
+int deliver(const ToolResult& result);
 
 } // namespace tolvo::tools

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "core/async/task.h"
+
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace tolvo::tools {
 
-/// What follows the tool's name. Each view is one argument of the process and ends with a NUL.
+/// What follows the tool's name. Each view ends with a NUL.
 using ToolArguments = std::span<const std::string_view>;
 
 /// Exit statuses that the tools share. Usage, Unavailable and System are those of sysexits.h.
@@ -17,29 +21,49 @@ inline constexpr int Unavailable = 69;
 inline constexpr int System = 71;
 } // namespace exitStatus
 
-// One function a tool; each gives the exit status.
+struct ToolResult {
+    int status = exitStatus::Success;
+    std::string output;
+    std::string errors;
+};
 
-/// -c COUNT [-W MILLISECONDS] HOST. Becomes the installed ping for a name, and where it may not ping itself.
-int runPing(ToolArguments arguments);
-/// -c COUNT HOST
-int runPing6(ToolArguments arguments);
-/// [+time=SECONDS] [+tries=COUNT] DOMAIN
-int runDig(ToolArguments arguments);
+/// A result that needs no waiting.
+Task<ToolResult> given(ToolResult result);
+
+// Those that only ask the kernel answer at once; those that wait for the network do so on a loop, so that many can run
+// in one process. They hold no argument once they have returned.
+
 /// -n -p tcp, or -rn [-f inet|inet6]
-int runNetstat(ToolArguments arguments);
-/// --nc list
-int runScutil(ToolArguments arguments);
+ToolResult runNetstat(ToolArguments arguments);
 /// No arguments.
-int runIfconfig(ToolArguments arguments);
+ToolResult runIfconfig(ToolArguments arguments);
 /// getifaddr INTERFACE, or getoption INTERFACE router
-int runIpconfig(ToolArguments arguments);
+ToolResult runIpconfig(ToolArguments arguments);
+/// [+time=SECONDS] [+tries=COUNT] DOMAIN
+Task<ToolResult> runDig(ToolArguments arguments);
+/// -c COUNT [-W MILLISECONDS] HOST. Nothing for a name, and where this may not ping itself: see becomePing.
+std::optional<Task<ToolResult>> runPing(ToolArguments arguments);
+/// -c COUNT HOST
+std::optional<Task<ToolResult>> runPing6(ToolArguments arguments);
+
+// Those that need the process for themselves write to its outputs and give its exit status.
+
+/// As runPing, by becoming the installed ping. Returns only when there is none.
+int becomePing(ToolArguments arguments);
+int becomePing6(ToolArguments arguments);
+/// --nc list. May end the process.
+int runScutil(ToolArguments arguments);
+
+/// What the command line's tool gives, on a loop; nothing when it needs a process of its own, see runProgram. The tool
+/// is the one that the first argument's file name says.
+std::optional<Task<ToolResult>> answer(std::span<const std::string_view> commandLine);
+
+/// Runs the tool that the program's own name says, else the one that its first argument names.
+int runProgram(std::span<const std::string_view> commandLine);
 
 /// Runs a tool in a fork for each request on descriptor 3, a socket that keeps messages apart, until that closes. A
 /// request is the command line, each argument with a NUL behind it, with the outputs' two descriptors; the answer is
 /// the fork's process id. The forks are children of who started this program.
 int serveForks();
-
-/// Runs the tool that the program's own name says, else the one that its first argument names.
-int runNamedTool(ToolArguments commandLine);
 
 } // namespace tolvo::tools

@@ -17,7 +17,8 @@ std::string userAgent(const BundleInformation& bundle) {
 SystemServices::SystemServices(MainLoop& mainLoop, Workspace* desktopWorkspace)
     : loop(mainLoop),
       userDefaults(JsonFileUserDefaults::standardPath()),
-      processService(loop, toolPaths(allowedToolPaths(), toolsFolder()), forkingProgram(toolsFolder())),
+      programs_(loop, toolPaths(allowedToolPaths(), toolsFolder())),
+      processService(loop, programs_, toolPaths(allowedToolPaths(), toolsFolder()), servingProgram(toolsFolder())),
       xdgWorkspace_(processService),
       workspace(desktopWorkspace ? *desktopWorkspace : xdgWorkspace_),
       pathMonitor(loop),

@@ -9,6 +9,7 @@
 #include "platform/linux/logind_sleep_notifier.h"
 #include "platform/linux/netlink_path_monitor.h"
 #include "platform/linux/posix_process_service.h"
+#include "platform/linux/tool_server_process_service.h"
 #include "platform/linux/unguarded_location_manager.h"
 #include "platform/linux/xdg_workspace.h"
 #include "platform/re2/re2_regular_expression.h"
@@ -31,7 +32,12 @@ public:
     TaskSleeper sleeper;
     DateProvider dateProvider = [] { return std::chrono::system_clock::now(); };
     JsonFileUserDefaults userDefaults;
-    PosixProcessService processService;
+
+private:
+    PosixProcessService programs_;
+
+public:
+    ToolServerProcessService processService;
 
 private:
     XdgWorkspace xdgWorkspace_;

@@ -75,7 +75,7 @@ int runProgram(std::span<const std::string_view> commandLine) {
             return run(*tool, commandLine.subspan(1));
     }
     if (commandLine.size() == 2 && commandLine[1] == "serve")
-        return serveForks();
+        return serveTools();
     if (commandLine.size() > 1) {
         if (const NamedTool* tool = toolCalled(commandLine[1]))
             return run(*tool, commandLine.subspan(2));

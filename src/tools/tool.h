@@ -61,9 +61,7 @@ std::optional<Task<ToolResult>> answer(std::span<const std::string_view> command
 /// Runs the tool that the program's own name says, else the one that its first argument names.
 int runProgram(std::span<const std::string_view> commandLine);
 
-/// Runs a tool in a fork for each request on descriptor 3, a socket that keeps messages apart, until that closes. A
-/// request is the command line, each argument with a NUL behind it, with the outputs' two descriptors; the answer is
-/// the fork's process id. The forks are children of who started this program.
-int serveForks();
+/// Runs tools for who started this program, as toolMessage has it, until that closes the socket.
+int serveTools();
 
 } // namespace tolvo::tools

@@ -1,13 +1,9 @@
 #include "platform/linux/posix_process_service.h"
 
-#include "platform/linux/fork_server.h"
-#include "platform/linux/spawned_child.h"
-
-#include <unistd.h>
+#include "platform/linux/c_locale_environment.h"
 
 #include <csignal>
 #include <optional>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -18,16 +14,6 @@ namespace {
 /// How long a child that nobody waits for keeps its descriptor. One that declines to end, or hangs in the kernel, must
 /// not use the descriptors up while others like it follow.
 constexpr Seconds watchOfAbandoned(10);
-
-/// The tools' texts are read by parsers.
-std::vector<std::string> environmentInCLocale() {
-    std::vector<std::string> environment{"LC_ALL=C"};
-    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
-        if (!std::string_view(*entry).starts_with("LC_ALL="))
-            environment.emplace_back(*entry);
-    }
-    return environment;
-}
 
 /// Inherited from whoever started this program, an ignored SIGCHLD would have the kernel drop all exit statuses.
 void keepExitStatuses() {
@@ -69,11 +55,12 @@ private:
     std::shared_ptr<Child> child_;
 };
 
-PosixProcessService::PosixProcessService(MainLoop& loop, ProgramPaths programPaths, std::string forkingProgram)
-    : loop_(loop), programPaths_(std::move(programPaths)), environment_(environmentInCLocale()) {
+PosixProcessService::PosixProcessService(MainLoop& loop, ProgramPaths programPaths, ChildStarter start)
+    : loop_(loop),
+      programPaths_(std::move(programPaths)),
+      environment_(environmentInCLocale()),
+      start_(std::move(start)) {
     keepExitStatuses();
-    if (!forkingProgram.empty())
-        forkServer_ = std::make_unique<ForkServer>(std::move(forkingProgram), environment_);
 }
 
 PosixProcessService::~PosixProcessService() {
@@ -91,7 +78,7 @@ PosixProcessService::launch(const std::string& executable, const std::vector<std
     const std::string program = programPath(executable);
     std::vector<std::string> allArguments{program};
     allArguments.insert(allArguments.end(), arguments.begin(), arguments.end());
-    auto spawned = spawnChild(allArguments, environment_, forkServer_.get());
+    auto spawned = spawnChild(allArguments, environment_, start_);
     if (!spawned) {
         if (spawned.error().unwatchedChild)
             strays_.push_back(*spawned.error().unwatchedChild);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/async/main_loop.h"
+#include "platform/linux/spawn_program.h"
+#include "platform/linux/spawned_child.h"
 #include "platform/services/process_service.h"
 
 #include <sys/types.h>
@@ -12,8 +14,6 @@
 
 namespace tolvo {
 
-class ForkServer;
-
 /// Processes by posix_spawn and pidfd: no thread, no handler of SIGCHLD. Each child is reaped, also one that nobody
 /// waits for any more. It outlives the processes that it gave.
 class PosixProcessService final : public ProcessService {
@@ -21,9 +21,7 @@ public:
     /// Where programs really stand that callers know by another path; other paths are taken as they are.
     using ProgramPaths = std::map<std::string, std::string>;
 
-    /// `forkingProgram` starts those of its commands that are asked for, see ForkServer; without one, each is started
-    /// by itself.
-    explicit PosixProcessService(MainLoop& loop, ProgramPaths programPaths = {}, std::string forkingProgram = {});
+    explicit PosixProcessService(MainLoop& loop, ProgramPaths programPaths = {}, ChildStarter start = spawnProgram);
     /// Asks what still runs to end.
     ~PosixProcessService() override;
 
@@ -44,7 +42,7 @@ private:
     MainLoop& loop_;
     const ProgramPaths programPaths_;
     const std::vector<std::string> environment_;
-    std::unique_ptr<ForkServer> forkServer_;
+    const ChildStarter start_;
     std::vector<std::shared_ptr<Child>> children_;
     /// Children without a descriptor, looked after each time that another one starts or ends.
     std::vector<pid_t> strays_;

@@ -1,8 +1,5 @@
 #include "platform/linux/spawned_child.h"
 
-#include "platform/linux/fork_server.h"
-#include "platform/linux/spawn_program.h"
-
 #include <sys/wait.h>
 // glibc 2.36 forgot to give it C linkage.
 extern "C" {
@@ -29,18 +26,11 @@ bool holdsNul(const std::vector<std::string>& texts) {
     return false;
 }
 
-std::expected<pid_t, int> startChild(const std::vector<std::string>& arguments,
-                                     const std::vector<std::string>& environment, ForkServer* server, int output,
-                                     int error) {
-    if (const auto pid = server != nullptr ? server->fork(arguments, output, error) : std::nullopt)
-        return *pid;
-    return spawnProgram(arguments, environment, std::array{output, error});
-}
-
 } // namespace
 
 std::expected<SpawnedChild, SpawnError> spawnChild(const std::vector<std::string>& arguments,
-                                                   const std::vector<std::string>& environment, ForkServer* server) {
+                                                   const std::vector<std::string>& environment,
+                                                   const ChildStarter& start) {
     // Such an argument would arrive cut short.
     if (holdsNul(arguments))
         return std::unexpected(SpawnError{EINVAL, {}});
@@ -48,7 +38,7 @@ std::expected<SpawnedChild, SpawnError> spawnChild(const std::vector<std::string
     auto error = output ? OutputPipe::create() : std::nullopt;
     if (!error)
         return std::unexpected(SpawnError{errno, {}});
-    const auto pid = startChild(arguments, environment, server, output->writeEnd(), error->writeEnd());
+    const auto pid = start(arguments, environment, std::array{output->writeEnd(), error->writeEnd()});
     if (!pid)
         return std::unexpected(SpawnError{pid.error(), {}});
     UniqueDescriptor pidDescriptor(pidfd_open(*pid, 0));

@@ -7,13 +7,13 @@
 
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace tolvo {
-
-class ForkServer;
 
 struct ChildOutputs {
     OutputPipe standardOutput;
@@ -35,11 +35,15 @@ struct SpawnError {
     std::optional<pid_t> unwatchedChild;
 };
 
-/// Starts the program that is the first argument, with default signal dispositions, nothing blocked, and no descriptor
-/// of ours beyond standard input and its outputs. A server, if there is one, does it where it can.
+/// How a child is started: as spawnProgram does it.
+using ChildStarter =
+    std::function<std::expected<pid_t, int>(const std::vector<std::string>& arguments,
+                                            const std::vector<std::string>& environment, std::span<const int> outputs)>;
+
+/// Starts the program that is the first argument, with pipes as its outputs.
 std::expected<SpawnedChild, SpawnError> spawnChild(const std::vector<std::string>& arguments,
                                                    const std::vector<std::string>& environment,
-                                                   ForkServer* server = nullptr);
+                                                   const ChildStarter& start);
 
 enum class Reaping { Keep, Reap };
 

@@ -26,7 +26,7 @@ std::map<std::string, std::string> toolPaths(const std::set<std::string>& fixedP
     return paths;
 }
 
-std::string forkingProgram(const std::filesystem::path& folder) {
+std::string servingProgram(const std::filesystem::path& folder) {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::canonical(folder / "netstat", error);
     return program.filename() == "tolvo-tools" ? program.string() : std::string();

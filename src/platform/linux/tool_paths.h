@@ -15,8 +15,8 @@ std::filesystem::path toolsFolder();
 std::map<std::string, std::string> toolPaths(const std::set<std::string>& fixedPaths,
                                              const std::filesystem::path& folder);
 
-/// The one program that the names in that folder lead to, which can fork itself for each of them; empty when it is no
+/// The one program that the names in that folder lead to, which can run them all from one process; empty when it is no
 /// such folder.
-std::string forkingProgram(const std::filesystem::path& folder);
+std::string servingProgram(const std::filesystem::path& folder);
 
 } // namespace tolvo

@@ -60,11 +60,20 @@ def pings_succeed(line):
     return line["routerPing"]["didSucceed"] and line["internetPing"]["didSucceed"]
 
 
+def children():
+    with open(f"/proc/{lines.process.pid}/task/{lines.process.pid}/children") as file:
+        return file.read().split()
+
+
 check("finds the router and pings both", lines.shows(lambda l: pings_succeed(l) and l["routerIPAddress"] == ROUTER))
 check("measures a quick and whole path", lines.latest["internetPing"]["latencyMilliseconds"] < 20
       and lines.latest["internetPing"]["packetLossPercent"] == 0)
 check("looks names up", lines.shows(lambda l: l["dns"]["didSucceed"]))
 check("sees no portal", lines.shows(lambda l: l["captivePortal"]["isCaptivePortal"] is False))
+
+hung = children()[0]
+os.kill(int(hung), signal.SIGSTOP)
+check("gives up a tools' server that hangs", wait_until(lambda: hung not in children(), 12))
 
 network.cut()
 check("a cut path fails the internet's ping alone",

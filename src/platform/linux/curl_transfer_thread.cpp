@@ -172,6 +172,8 @@ void CurlTransferThread::closeKeptConnections() {
     CurlMultiHandle multi(curl_multi_init());
     const std::lock_guard lock(ordersMutex_);
     multi_.swap(multi);
+    // Orders that came meanwhile woke the one that goes.
+    curl_multi_wakeup(multi_.get());
     hasKeptConnections_ = false;
 }
 

@@ -68,19 +68,18 @@ Task<std::expected<DNSReply, int>> receiveDatagram(int socket, const DNSMessage&
         const auto received = receiveStamped(socket, {buffer.get(), NS_MAXMSG});
         if (!received && !isRetryable(received.error()))
             co_return std::unexpected(received.error());
-        if (!received && Clock::now() >= deadline)
-            co_return std::unexpected(ETIMEDOUT);
-        if (!received) {
-            co_await readinessOf(socket, DescriptorEvent::Readable, deadline);
-            continue;
-        }
-        const std::span reply(reinterpret_cast<const std::uint8_t*>(buffer.get()), received->size);
+        // Where there is none yet, it is empty, and that is a foreign one too.
+        const std::span reply(reinterpret_cast<const std::uint8_t*>(buffer.get()), received ? received->size : 0);
         const ReplyVerdict verdict = judgeReply(query, reply);
         if (verdict != ReplyVerdict::Foreign)
             co_return DNSReply{{reply.begin(), reply.end()},
                                Transport::UDP,
                                duration_cast<std::chrono::microseconds>(departure.untilArrival(received->arrival)),
                                verdict == ReplyVerdict::Truncated};
+        // After each one: a flood of foreign ones must keep neither this run nor the loop's other work from ending.
+        if (Clock::now() >= deadline)
+            co_return std::unexpected(ETIMEDOUT);
+        co_await readinessOf(socket, DescriptorEvent::Readable, deadline);
     }
 }
 

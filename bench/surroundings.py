@@ -36,7 +36,7 @@ class Surroundings:
         self.clock = mmap.mmap(os.open(self.clock_file, os.O_RDWR), 8)
 
     def _tools(self, programs):
-        # What can hang is started anew each time; the others are forks of a server, as all are by default.
+        # What can hang is started anew each time; the others run within one process, as all do by default.
         self.tools, self.hanging = os.path.join(self.folder, "tools"), os.path.join(self.folder, "hanging")
         self.real_tools = os.path.join(programs, "tools")
         os.mkdir(self.tools)

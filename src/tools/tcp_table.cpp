@@ -59,7 +59,7 @@ std::expected<std::string, int> readTCPRows() {
     inet_diag_req request{};
     // Not those that are only bound: newer kernels walk a table of their own for these, which costs as much again.
     request.idiag_states = namedStates;
-    // As much as the longest pipe holds. Only what is written to costs memory, and growing would touch it all again.
+    // Some 40,000 sockets. Only what is written to costs memory, and growing would touch it all again.
     std::string rows;
     rows.reserve(1 << 20);
     const auto outcome = dumpOnce(NETLINK_SOCK_DIAG, TCPDIAG_GETSOCK, std::as_bytes(std::span(&request, 1)),

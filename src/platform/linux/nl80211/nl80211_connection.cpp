@@ -1,7 +1,6 @@
 #include "platform/linux/nl80211/nl80211_connection.h"
 
 #include <linux/nl80211.h>
-#include <netlink/errno.h>
 #include <netlink/genl/ctrl.h>
 #include <netlink/genl/genl.h>
 #include <netlink/msg.h>
@@ -75,9 +74,8 @@ std::expected<void, int> Nl80211Connection::openForQuestions() {
     // Without Wi-Fi there is no such family, and each poll asks whether it has come.
     if (family_ <= 0)
         family_ = genl_ctrl_resolve(socket_.get(), familyName);
-    if (family_ > 0)
-        return {};
-    return std::unexpected(family_ == -NLE_OBJ_NOTFOUND ? EPROTONOSUPPORT : ENOENT);
+    // The library says the same of a question that failed.
+    return family_ > 0 ? std::expected<void, int>() : std::unexpected(EPROTONOSUPPORT);
 }
 
 Nl80211Connection::Message Nl80211Connection::newMessage(std::uint8_t command, int flags,

@@ -10,8 +10,8 @@
 
 namespace tolvo {
 
-/// Talks with the kernel's nl80211. Main thread only. Errors are errno values, EPROTONOSUPPORT where there is no Wi-Fi
-/// at all.
+/// Talks with the kernel's nl80211. Main thread only. Errors are errno values, EPROTONOSUPPORT where no Wi-Fi is
+/// found at all.
 class Nl80211Querying {
 public:
     using OnReply = std::function<void(NetlinkAttributes reply)>;

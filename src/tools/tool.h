@@ -9,7 +9,7 @@
 
 namespace tolvo::tools {
 
-/// What follows the tool's name. Each view ends with a NUL.
+/// What follows the tool's name.
 using ToolArguments = std::span<const std::string_view>;
 
 /// Exit statuses that the tools share. Usage, Unavailable and System are those of sysexits.h.

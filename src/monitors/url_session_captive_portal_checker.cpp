@@ -27,10 +27,21 @@ bool containsExpectedText(const HTTPResponse& response, const CaptivePortalProbe
 }
 
 /// Portals write addresses by hand: what can't stand in a URL is percent-encoded, as browsers do.
-std::optional<URL> portalURLIn(const HTTPResponse& response) {
+std::optional<URL> urlWrittenByHand(std::string_view text) {
     constexpr std::string_view delimiters = ":/?#[]@!$&'()*+,;=%";
+    constexpr std::string_view hexDigits = "0123456789ABCDEFabcdef";
+    std::string encoded = percentEncoded(text, delimiters);
+    for (auto sign = encoded.find('%'); sign != std::string::npos; sign = encoded.find('%', sign + 1)) {
+        const std::string_view digits = std::string_view(encoded).substr(sign + 1, 2);
+        if (digits.size() < 2 || digits.find_first_not_of(hexDigits) != std::string_view::npos)
+            encoded.insert(sign + 1, "25");
+    }
+    return URL::parse(encoded);
+}
+
+std::optional<URL> portalURLIn(const HTTPResponse& response) {
     const auto location = response.header("location");
-    return location ? URL::parse(percentEncoded(*location, delimiters)) : std::nullopt;
+    return location ? urlWrittenByHand(*location) : std::nullopt;
 }
 
 /// The portal that this answer shows, if it shows one.

@@ -60,7 +60,7 @@ std::chrono::nanoseconds EchoRun::patience() const {
 }
 
 void EchoRun::takeReplies() {
-    while (true) {
+    while (!isComplete()) {
         const auto reply = socket_.receive();
         if (reply)
             take(*reply);
